@@ -1,0 +1,14 @@
+#pragma once
+
+namespace Common::Unique {
+
+/// Hands out ids that are unique within one run of the process.
+/// Found through the instance storage; the host owns it.
+struct SRuntimeUniqueId {
+    virtual ~SRuntimeUniqueId() = default;
+
+    /// A value that no earlier call in this process returned.
+    virtual long long NextId() = 0;
+};
+
+} // namespace Common::Unique

@@ -1,0 +1,26 @@
+#pragma once
+
+// The platform layer: the only code of the library that knows which operating system it runs on.
+// Everything else calls these functions and stays portable.
+
+#include <window/NativeHandle.h>
+
+struct SDL_Window;
+
+namespace Window::Platform {
+
+/// The native handle of `window` as the window system reports it: the HWND on Windows; on Linux
+/// the X11 window id, or the wl_surface address under Wayland. When the window system does not
+/// answer, the empty handle (null / 0). Same thread as the window's other calls.
+NativeHandle NativeHandleOf(SDL_Window* window) noexcept;
+
+/// Decodes UTF-8 into the platform's wide characters with the contract of Windows'
+/// MultiByteToWideChar(CP_UTF8, 0, ...): with `destination` null (or `destinationSize` 0) it
+/// returns the number of wide characters needed; otherwise it writes them and returns how many it
+/// wrote. It returns 0 (failure) for an empty source or a destination that is too small.
+/// Malformed input never fails: each malformed sequence becomes U+FFFD. Wide characters are
+/// UTF-16 code units on Windows and UTF-32 code points elsewhere. Pure; any thread.
+int MultiByteToWide(const char* source, int sourceLength, wchar_t* destination,
+                    int destinationSize) noexcept;
+
+} // namespace Window::Platform
