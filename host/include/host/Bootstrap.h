@@ -1,0 +1,93 @@
+#pragma once
+
+#include <host/ConfigFile.h>
+#include <host/FrameUtility.h>
+#include <host/InstanceRegistration.h>
+#include <host/MessageLog.h>
+#include <host/RuntimeUniqueId.h>
+#include <window/Manufacture.h>
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+
+namespace Host {
+
+/// What the bootstrap needs to know of the host.
+struct BootstrapSettings {
+    /// The configuration file (TOML); created by the first write when missing.
+    std::filesystem::path configFile;
+    /// Where the message log writes.
+    MessageLogSettings log;
+};
+
+/// The two entry points of the window library. Tests replace them to watch the order of
+/// start-up without starting the window system.
+struct LibraryEntryPoints {
+    std::function<Window::SWindowFactory*()> manufactureWindowFactory;
+    std::function<Window::SInputCollector*()> manufactureInputCollector;
+};
+
+/// The window library's own exported functions. Inline, so that only a program that uses them
+/// needs the library at link time.
+inline LibraryEntryPoints WindowLibraryEntryPoints() {
+    return {&Window::ManufactureWindowFactory, &Window::ManufactureInputCollector};
+}
+
+/// Stands up everything the window library needs, in the order it needs it, and takes it down in
+/// reverse: the configuration file, the message log, the unique id generator and the frame
+/// utility, each registered in the instance storage; then the window factory, which starts the
+/// window system, registered as the `SWindowFactory` singleton; then the input collector.
+///
+/// Construct it once per process on the engine's main thread, which must also pump `Frames()`.
+/// Before it is destroyed, the engine drops every window handle (a closing window writes its
+/// size to the configuration and logs, and the factory stops the window system). Reactors may
+/// live on: the collector is never destroyed, as the library requires, so a late reactor still
+/// finds it; only the factory and the services go.
+///
+/// A failure at any step undoes the steps before it, so the instance storage is as it was.
+class Bootstrap {
+public:
+    /// Starts everything. Throws what the failing step throws: `std::runtime_error` from the
+    /// configuration file or the log (a corrupt or unreadable file), `std::logic_error` when a
+    /// service is already registered, `Common::ApplicationErrorException` from the library
+    /// ("Multiple instances of SWindowFactory", "Failed to initialize SDL: <reason>.",
+    /// "Multiple instances of SInputCollector"), or `std::logic_error` ("The window library gave
+    /// no <what>") when an entry point returns null.
+    explicit Bootstrap(const BootstrapSettings& settings,
+                       const LibraryEntryPoints& library = WindowLibraryEntryPoints());
+
+    /// Takes the factory and the services out of the instance storage and destroys them: the
+    /// factory first (stopping the window system), then the frame utility, the id generator,
+    /// the log and the configuration file. Main thread.
+    ~Bootstrap();
+
+    Bootstrap(const Bootstrap&) = delete;
+    Bootstrap& operator=(const Bootstrap&) = delete;
+
+    ConfigFile& Config() noexcept { return config; }
+    MessageLog& Log() noexcept { return log; }
+    RuntimeUniqueId& Ids() noexcept { return ids; }
+    /// The frame utility that the engine's loop pumps.
+    FrameUtility& Frames() noexcept { return frames; }
+    /// The window factory; owned by the bootstrap.
+    Window::SWindowFactory& WindowFactory() noexcept { return *factory; }
+    /// The input collector; owned by nobody, it lives to the end of the process.
+    Window::SInputCollector& InputCollector() noexcept { return *collector; }
+
+private:
+    // Declaration order is start-up order; destruction runs it backwards.
+    ConfigFile config;
+    InstanceRegistration<Common::Config::SConfigFile> configRegistration;
+    MessageLog log;
+    InstanceRegistration<Common::Log::SMessageLog> logRegistration;
+    RuntimeUniqueId ids;
+    InstanceRegistration<Common::Unique::SRuntimeUniqueId> idsRegistration;
+    FrameUtility frames;
+    InstanceRegistration<Common::SFrameUtility> framesRegistration;
+    std::unique_ptr<Window::SWindowFactory> factory;
+    InstanceRegistration<Window::SWindowFactory> factoryRegistration;
+    Window::SInputCollector* collector;
+};
+
+} // namespace Host

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <common/SConfigFile.h>
+
+#include <filesystem>
+#include <memory>
+#include <mutex>
+#include <string>
+
+namespace Host {
+
+/// The configuration file service, kept in a TOML file.
+///
+/// A key's parts, split at "/", name nested tables: "Window/Input/PollRate" is the key `PollRate`
+/// of the table `[Window.Input]`. Text is stored as a TOML string; a hand-edited file may also
+/// hold integers, booleans and floats, which read back as described at each operation.
+///
+/// Every write replaces the whole file at once (a temporary file beside it, then a rename), so a
+/// crash mid-write leaves either the old file or the new one, never a torn one. Comments and the
+/// layout of a hand-edited file are not kept by a write. A file that does not parse is reported
+/// by the constructor and never written, since there is then no object to write it.
+///
+/// All operations may be called from any thread; they are serialised by one lock.
+class ConfigFile final : public Common::Config::SConfigFile {
+public:
+    /// Loads the file at `path`; a missing file is an empty configuration, which the first write
+    /// creates along with missing folders. Host start-up thread.
+    /// Throws `std::runtime_error`: "Configuration file "<path>" is not valid TOML at line <L>,
+    /// column <C>: <reason>" for a corrupt file, or "Cannot read configuration file "<path>""
+    /// when it exists but cannot be read.
+    explicit ConfigFile(std::filesystem::path path);
+    ~ConfigFile() override;
+
+    ConfigFile(const ConfigFile&) = delete;
+    ConfigFile& operator=(const ConfigFile&) = delete;
+
+    /// The text under `key`, or `fallback` when there is none. Integers and floats read as their
+    /// TOML text, booleans as "1" or "0".
+    /// Throws `std::invalid_argument` ("Configuration key "<key>" has an empty part") for a key
+    /// such as "a//b", and `std::runtime_error` ("Configuration key "<key>" in "<path>" holds a
+    /// table, not a value", or "... : "<part>" is not a table") when the file's shape does not
+    /// fit the key.
+    std::string ReadText(const std::string& key, const std::string& fallback) override;
+
+    /// Stores `text` under `key` as a TOML string and rewrites the file before returning, creating
+    /// missing tables. When the write fails, memory and file both keep the old content.
+    /// Throws as `ReadText` for a bad key or a conflicting shape, and `std::runtime_error`
+    /// ("Cannot write configuration file "<path>": <reason>") when the file cannot be replaced.
+    void WriteText(const std::string& key, const std::string& text) override;
+
+    /// The integer under `key`, or `fallback` when there is none. A string holding exactly a
+    /// decimal integer ("1", "-40") reads as that number, a boolean as 1 or 0.
+    /// Throws as `ReadText`, and `std::runtime_error` ("Configuration key "<key>" in "<path>"
+    /// holds <value>, which is not an integer") for any other value or one beyond `int`.
+    int ReadInteger(const std::string& key, int fallback) override;
+
+    /// The file this configuration reads and writes.
+    const std::filesystem::path& Path() const noexcept { return path; }
+
+private:
+    struct Document;
+
+    std::filesystem::path path;
+    std::unique_ptr<Document> document;
+    std::mutex mutex;
+};
+
+} // namespace Host

@@ -1,0 +1,242 @@
+#include <host/ConfigFile.h>
+
+#include <toml++/toml.h>
+
+#include <charconv>
+#include <fstream>
+#include <iterator>
+#include <limits>
+#include <sstream>
+#include <stdexcept>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+#if defined(__unix__)
+#include <fcntl.h>
+#include <unistd.h>
+#endif
+
+namespace Host {
+
+struct ConfigFile::Document {
+    toml::table root;
+};
+
+namespace {
+
+std::string Quoted(const std::string& text) {
+    return "\"" + text + "\"";
+}
+
+std::string Quoted(const std::filesystem::path& path) {
+    return Quoted(path.string());
+}
+
+/// "Window/Input/PollRate" -> "Window", "Input", "PollRate". Every part must have a name: an
+/// empty one would be a table that no TOML key can write back.
+std::vector<std::string> SplitKey(const std::string& key) {
+    std::vector<std::string> parts;
+    std::string::size_type start = 0;
+    while (true) {
+        const auto slash = key.find('/', start);
+        std::string part = key.substr(start, slash == std::string::npos ? slash : slash - start);
+        if (part.empty())
+            throw std::invalid_argument("Configuration key " + Quoted(key) + " has an empty part");
+        parts.push_back(std::move(part));
+        if (slash == std::string::npos)
+            return parts;
+        start = slash + 1;
+    }
+}
+
+std::runtime_error NotATable(const std::string& key, const std::filesystem::path& path,
+                             const std::string& part) {
+    return std::runtime_error("Configuration key " + Quoted(key) + " in " + Quoted(path) + ": " +
+                              Quoted(part) + " is not a table");
+}
+
+/// The value under `key`, or null when any part of the way is missing.
+const toml::node* Find(const toml::table& root, const std::string& key,
+                       const std::filesystem::path& path) {
+    const auto parts = SplitKey(key);
+    const toml::table* table = &root;
+    for (std::size_t i = 0; i + 1 < parts.size(); ++i) {
+        const toml::node* inner = table->get(parts[i]);
+        if (inner == nullptr)
+            return nullptr;
+        table = inner->as_table();
+        if (table == nullptr)
+            throw NotATable(key, path, parts[i]);
+    }
+    const toml::node* value = table->get(parts.back());
+    if (value != nullptr && (value->is_table() || value->is_array()))
+        throw std::runtime_error("Configuration key " + Quoted(key) + " in " + Quoted(path) +
+                                 " holds " + (value->is_table() ? "a table" : "an array") +
+                                 ", not a value");
+    return value;
+}
+
+/// The value as it is written in the file, for messages and for non-string reads.
+std::string TomlText(const toml::node& value) {
+    if (const auto* string = value.as_string())
+        return Quoted(string->get());
+    std::ostringstream text;
+    value.visit([&text](const auto& leaf) { text << leaf; });
+    return text.str();
+}
+
+std::string LoadText(const std::filesystem::path& path) {
+    const auto fail = [&path] {
+        return std::runtime_error("Cannot read configuration file " + Quoted(path));
+    };
+    std::error_code error;
+    // A folder opens as a stream on some systems and then reads as empty: refuse it up front.
+    if (std::filesystem::is_directory(path, error))
+        throw fail();
+    std::ifstream in(path, std::ios::binary);
+    if (!in)
+        throw fail();
+    std::string text{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    if (in.bad())
+        throw fail();
+    return text;
+}
+
+/// Flushes the file's data to the disk, so that the rename that follows cannot land before it.
+void SyncToDisk(const std::filesystem::path& path) {
+#if defined(__unix__)
+    const int descriptor = ::open(path.c_str(), O_RDONLY);
+    if (descriptor >= 0) {
+        ::fsync(descriptor);
+        ::close(descriptor);
+    }
+#else
+    (void)path;
+#endif
+}
+
+/// Replaces `path` by a file holding `content`: a temporary file beside it, then a rename, which
+/// is atomic on one file system.
+void ReplaceFile(const std::filesystem::path& path, const std::string& content) {
+    const auto fail = [&path](const std::string& reason) {
+        return std::runtime_error("Cannot write configuration file " + Quoted(path) + ": " +
+                                  reason);
+    };
+    std::error_code error;
+    if (path.has_parent_path()) {
+        std::filesystem::create_directories(path.parent_path(), error);
+        if (error)
+            throw fail(error.message());
+    }
+    auto temporary = path;
+    temporary += ".tmp";
+    {
+        std::ofstream out(temporary, std::ios::binary | std::ios::trunc);
+        if (!out)
+            throw fail("cannot create " + Quoted(temporary));
+        out << content;
+        out.close();
+        if (!out) {
+            std::filesystem::remove(temporary, error);
+            throw fail("cannot write " + Quoted(temporary));
+        }
+    }
+    SyncToDisk(temporary);
+    std::filesystem::rename(temporary, path, error);
+    if (error) {
+        const std::string reason = error.message();
+        std::filesystem::remove(temporary, error);
+        throw fail(reason);
+    }
+}
+
+} // namespace
+
+ConfigFile::ConfigFile(std::filesystem::path path)
+    : path(std::move(path))
+    , document(std::make_unique<Document>()) {
+    std::error_code error;
+    if (!std::filesystem::exists(this->path, error) && !error)
+        return;
+    const std::string text = LoadText(this->path);
+    try {
+        document->root = toml::parse(text, this->path.string());
+    } catch (const toml::parse_error& failure) {
+        std::ostringstream message;
+        message << "Configuration file " << Quoted(this->path) << " is not valid TOML at line "
+                << failure.source().begin.line << ", column " << failure.source().begin.column
+                << ": " << failure.description();
+        throw std::runtime_error(message.str());
+    }
+}
+
+ConfigFile::~ConfigFile() = default;
+
+std::string ConfigFile::ReadText(const std::string& key, const std::string& fallback) {
+    const std::lock_guard<std::mutex> lock(mutex);
+    const toml::node* value = Find(document->root, key, path);
+    if (value == nullptr)
+        return fallback;
+    if (const auto* text = value->as_string())
+        return text->get();
+    // The window library writes switches as "1" and "0"; a hand-written boolean reads the same.
+    if (const auto* flag = value->as_boolean())
+        return flag->get() ? "1" : "0";
+    return TomlText(*value);
+}
+
+void ConfigFile::WriteText(const std::string& key, const std::string& text) {
+    const std::lock_guard<std::mutex> lock(mutex);
+    const auto parts = SplitKey(key);
+    // Changed on a copy and swapped in only once the file holds it, so memory and disk agree
+    // even when the write fails.
+    toml::table changed = document->root;
+    toml::table* table = &changed;
+    for (std::size_t i = 0; i + 1 < parts.size(); ++i) {
+        auto [place, inserted] = table->insert(parts[i], toml::table{});
+        (void)inserted;
+        table = place->second.as_table();
+        if (table == nullptr)
+            throw NotATable(key, path, parts[i]);
+    }
+    if (const toml::node* old = table->get(parts.back()); old != nullptr && old->is_table())
+        throw std::runtime_error("Configuration key " + Quoted(key) + " in " + Quoted(path) +
+                                 " holds a table, not a value");
+    table->insert_or_assign(parts.back(), text);
+
+    std::ostringstream content;
+    content << changed << '\n';
+    ReplaceFile(path, content.str());
+    document->root = std::move(changed);
+}
+
+int ConfigFile::ReadInteger(const std::string& key, int fallback) {
+    const std::lock_guard<std::mutex> lock(mutex);
+    const toml::node* value = Find(document->root, key, path);
+    if (value == nullptr)
+        return fallback;
+
+    long long number = 0;
+    bool valid = false;
+    if (const auto* integer = value->as_integer()) {
+        number = integer->get();
+        valid = true;
+    } else if (const auto* flag = value->as_boolean()) {
+        number = flag->get() ? 1 : 0;
+        valid = true;
+    } else if (const auto* text = value->as_string()) {
+        // The whole text must be the number: "12px" or " 1" is a mistake worth reporting.
+        const std::string& digits = text->get();
+        const char* end = digits.data() + digits.size();
+        const auto [stop, failure] = std::from_chars(digits.data(), end, number);
+        valid = failure == std::errc{} && stop == end;
+    }
+    if (!valid || number < std::numeric_limits<int>::min() ||
+        number > std::numeric_limits<int>::max())
+        throw std::runtime_error("Configuration key " + Quoted(key) + " in " + Quoted(path) +
+                                 " holds " + TomlText(*value) + ", which is not an integer");
+    return static_cast<int>(number);
+}
+
+} // namespace Host
