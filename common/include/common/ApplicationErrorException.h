@@ -10,14 +10,15 @@ namespace Common {
 /// The window library's one exception: a finished, human-readable message.
 ///
 /// Exported from the library (type information and virtual table) so that a host in another
-/// module catches it by type. `what()` is the message; the `std::exception` base holds nothing.
+/// module catches it by type; its functions stay inside, so a host catches it by reference.
+/// `what()` is the message; the `std::exception` base holds nothing.
 class WINDOW_API ApplicationErrorException : public std::exception {
 public:
-    explicit ApplicationErrorException(const std::string& message);
-    ~ApplicationErrorException() override;
+    WINDOW_LOCAL explicit ApplicationErrorException(const std::string& message);
+    WINDOW_LOCAL ~ApplicationErrorException() override;
 
     /// The message's character data; valid as long as the exception object lives.
-    const char* what() const noexcept override;
+    WINDOW_LOCAL const char* what() const noexcept override;
 
     std::string message;
 };

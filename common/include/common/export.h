@@ -11,3 +11,11 @@
 #else
 #define WINDOW_API __attribute__((visibility("default")))
 #endif
+
+// Keeps a member of an exported class inside the library: the exception's type information and
+// virtual table must be shared for a catch by type, but its functions need not be.
+#if defined(_WIN32)
+#define WINDOW_LOCAL
+#else
+#define WINDOW_LOCAL __attribute__((visibility("hidden")))
+#endif

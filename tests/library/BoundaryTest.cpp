@@ -1,0 +1,35 @@
+// A host that sees the library only through libwindow.so: the exceptions must be caught by their
+// types across the module boundary, which fails when their type information is not shared.
+// Runs with SDL's dummy video driver: no window is needed to reach these failures.
+
+#include <common/ApplicationErrorException.h>
+#include <window/Manufacture.h>
+#include <zenkbase/missing_instance.h>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace {
+
+TEST(BoundaryTest, LibraryFailureIsCaughtAsApplicationError) {
+    std::unique_ptr<Window::SWindowFactory> factory(Window::ManufactureWindowFactory());
+    try {
+        Window::ManufactureWindowFactory();
+        FAIL() << "a second factory was made";
+    } catch (const Common::ApplicationErrorException& error) {
+        EXPECT_STREQ(error.what(), "Multiple instances of SWindowFactory");
+    }
+}
+
+TEST(BoundaryTest, MissingServiceIsCaughtAsMissingInstance) {
+    std::unique_ptr<Window::SWindowFactory> factory(Window::ManufactureWindowFactory());
+    try {
+        factory->CreateWindow();
+        FAIL() << "a window was made without a configuration file";
+    } catch (const Zenk::MissingInstance& missing) {
+        EXPECT_EQ(missing.message, "ERROR: zenkbase\\singleton:__LINE__ No instance!");
+    }
+}
+
+} // namespace
