@@ -1,1 +1,130 @@
-// (being written)
+#include "input/InputCollectorImpl.h"
+
+#include "display/ConfigurationKeys.h"
+#include "input/Translation.h"
+
+#include <common/ApplicationErrorException.h>
+#include <common/SConfigFile.h>
+#include <common/SFrameUtility.h>
+#include <window/Manufacture.h>
+#include <zenkbase/singleton.h>
+
+#include <cstdint>
+
+namespace Window {
+namespace {
+
+// Counts calls of ManufactureInputCollector, failed ones included; never lowered.
+std::int32_t instanceCount = 0;
+
+constexpr int maximumPollRate = 1000000; // one tick per microsecond: the finest period there is
+
+} // namespace
+
+SInputCollector* ManufactureInputCollector() {
+    ++instanceCount;
+    if (instanceCount > 1)
+        throw Common::ApplicationErrorException("Multiple instances of SInputCollector");
+    // The factory starts SDL, so its registration is the sign that SDL is running.
+    Zenk::Singleton<SWindowFactory, std::shared_ptr> factory(1);
+    if (!factory.Exists())
+        throw Common::ApplicationErrorException("SDL not initialized!");
+    return new InputCollectorImpl();
+}
+
+unsigned long long InputCollectorImpl::TickPeriod(int pollRate) noexcept {
+    // A rate of zero or below means nothing; the default rate serves, as if the key were absent.
+    // A rate above one per microsecond cannot be expressed; the fastest ticker serves.
+    if (pollRate <= 0)
+        pollRate = PollRateKey.fallback;
+    else if (pollRate > maximumPollRate)
+        pollRate = maximumPollRate;
+    return 1000000ULL / static_cast<unsigned long long>(pollRate);
+}
+
+void InputCollectorImpl::QueryInputEvents() {
+    if (!ticker) {
+        Zenk::Singleton<Common::SFrameUtility, std::shared_ptr> frames(1);
+        Common::SFrameUtility* frameUtility = frames.Instance();
+        Zenk::Singleton<Common::Config::SConfigFile, std::shared_ptr> config(1);
+        const int pollRate = config.Instance()->ReadInteger(PollRateKey.name, PollRateKey.fallback);
+        Zenk::IntrudablePointer<Common::ITicker> made =
+            frameUtility->MakeTicker(TickPeriod(pollRate));
+        made->SetTickCallback([this](unsigned long long) { Tick(); });
+        ticker = std::move(made);
+    }
+
+    SDL_Event event;
+    while (SDL_PollEvent(&event) != 0) {
+        switch (event.type) {
+        case SDL_WINDOWEVENT:
+            windowEvents.push_back(event);
+            break;
+        case SDL_KEYDOWN:
+        case SDL_KEYUP:
+            // While text input is on, the keyboard speaks through text; Backspace alone is also
+            // a key, so that editing works in both modes.
+            if (textInputOff ||
+                (event.key.repeat == 0 && TranslateKey(event.key.keysym) == Key::Backspace))
+                keyEvents.push_back(event);
+            break;
+        case SDL_TEXTEDITING:
+        case SDL_TEXTINPUT:
+            if (!textInputOff)
+                textEvents.push_back(event);
+            break;
+        case SDL_MOUSEMOTION:
+            DispatchCursor(event);
+            break;
+        case SDL_MOUSEBUTTONDOWN:
+        case SDL_MOUSEBUTTONUP:
+        case SDL_MOUSEWHEEL:
+            buttonEvents.push_back(event);
+            break;
+        default:
+            break;
+        }
+    }
+}
+
+void InputCollectorImpl::Tick() {
+    DrainKeyQueue();
+    DrainWindowQueue();
+    DrainButtonQueue();
+    DrainTextQueue();
+    HoldTick();
+}
+
+void InputCollectorImpl::StartTextInput() {
+    SDL_StartTextInput();
+    textInputOff = false;
+}
+
+void InputCollectorImpl::StopTextInput() {
+    SDL_StopTextInput();
+    textInputOff = true;
+}
+
+unsigned char InputCollectorImpl::PushModalLevel() {
+    if (modalLevel == 255)
+        throw Common::ApplicationErrorException("Too many modal windows");
+    return ++modalLevel;
+}
+
+unsigned char InputCollectorImpl::PopModalLevel() {
+    if (modalLevel > 0)
+        --modalLevel;
+    return modalLevel;
+}
+
+InputCollectorImpl::WalkScope::WalkScope(InputCollectorImpl& collector) noexcept
+    : collector(collector) {
+    ++collector.walkDepth;
+}
+
+InputCollectorImpl::WalkScope::~WalkScope() {
+    if (--collector.walkDepth == 0)
+        collector.Compact();
+}
+
+} // namespace Window

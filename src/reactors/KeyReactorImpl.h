@@ -1,0 +1,27 @@
+#pragma once
+
+#include "reactors/ReactorID.h"
+
+#include <window/Reactors.h>
+
+namespace Window {
+
+/// A key reactor: three callbacks on one `Key`, called by priority at its own modal level.
+class KeyReactorImpl final : public ReactorID, public IKeyReactor {
+public:
+    void SetReleaseCallback(KeyCallback callback) override;
+    void SetPressCallback(KeyCallback callback) override;
+    void SetHoldCallback(KeyCallback callback) override;
+    void ClearAllCallbacks() override;
+
+private:
+    friend class InputCollectorImpl;
+
+    KeyReactorImpl(InputCollectorImpl* const collector, unsigned char modalLevel);
+
+    KeyCallback releaseCallback;
+    KeyCallback holdCallback;
+    KeyCallback pressCallback;
+};
+
+} // namespace Window

@@ -1,0 +1,28 @@
+#pragma once
+
+namespace Window {
+
+class InputCollectorImpl;
+
+/// What every reactor is besides its interface: the modal level it answers at, its run-time id,
+/// and the collector whose registries hold it.
+///
+/// The three fields are written once, while the reactor is made, and read by the collector's
+/// dispatch directly. The destructor takes the reactor out of the collector's registries, so
+/// a registry never points at a dead reactor.
+struct ReactorID {
+    /// Takes a new id from the registered `Common::Unique::SRuntimeUniqueId`.
+    /// Throws `Zenk::MissingInstance` when none is registered.
+    ReactorID(InputCollectorImpl* collector, unsigned char modalLevel);
+    ReactorID(const ReactorID&) = delete;
+    ReactorID& operator=(const ReactorID&) = delete;
+
+    /// Removes the reactor from every registry of `collector`; lets nothing out.
+    virtual ~ReactorID();
+
+    unsigned char modalLevel;
+    long long id;
+    InputCollectorImpl* collector;
+};
+
+} // namespace Window

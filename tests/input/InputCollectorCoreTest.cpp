@@ -1,0 +1,172 @@
+#include "CollectorFixture.h"
+
+#include <common/ApplicationErrorException.h>
+
+#include <vector>
+
+namespace Window {
+namespace {
+
+using CollectorCore = CollectorFixture;
+
+struct RateRow {
+    const char* name;
+    int pollRate;
+    unsigned long long period;
+};
+
+class TickPeriod : public ::testing::TestWithParam<RateRow> {};
+
+TEST_P(TickPeriod, FollowsThePollRate) {
+    EXPECT_EQ(InputCollectorImpl::TickPeriod(GetParam().pollRate), GetParam().period);
+}
+
+// Out-of-range rates: zero or below serves the default rate, above a million the fastest.
+INSTANTIATE_TEST_SUITE_P(
+    Rates, TickPeriod,
+    ::testing::Values(RateRow{"Default", 60, 16666}, RateRow{"One", 1, 1000000},
+                      RateRow{"Thousand", 1000, 1000}, RateRow{"Million", 1000000, 1},
+                      RateRow{"Zero", 0, 16666}, RateRow{"Negative", -5, 16666},
+                      RateRow{"AboveMillion", 2000000, 1}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+TEST_F(CollectorCore, TheTickerIsMadeOnceFromTheSetting) {
+    config.values["Window/Input/PollRate"] = "250";
+    collector->QueryInputEvents();
+    config.values["Window/Input/PollRate"] = "10"; // too late: read once
+    collector->QueryInputEvents();
+    collector->QueryInputEvents();
+    EXPECT_EQ(frames.periods, std::vector<unsigned long long>{4000});
+    EXPECT_EQ(config.reads, std::vector<std::string>{"Window/Input/PollRate"});
+}
+
+TEST_F(CollectorCore, MissingServicesLeaveNoTickerAndTheNextCallRetries) {
+    PushKey(SDL_KEYDOWN, SDLK_a);
+    Zenk::UnregisterInstance<Common::SFrameUtility>();
+    EXPECT_THROW(collector->QueryInputEvents(), Zenk::MissingInstance);
+    Zenk::RegisterInstance<Common::SFrameUtility>(frames);
+    Zenk::UnregisterInstance<Common::Config::SConfigFile>();
+    EXPECT_THROW(collector->QueryInputEvents(), Zenk::MissingInstance);
+    EXPECT_FALSE(probe.hasTicker());
+    EXPECT_TRUE(frames.periods.empty());
+    EXPECT_TRUE(probe.keyEvents().empty()) << "nothing is polled before the ticker stands";
+
+    Zenk::RegisterInstance<Common::Config::SConfigFile>(config);
+    collector->QueryInputEvents();
+    EXPECT_TRUE(probe.hasTicker());
+    EXPECT_EQ(probe.keyEvents().size(), 1u);
+}
+
+// Where each kind of event goes, with text input off and on.
+struct GateRow {
+    const char* name;
+    SDL_Event event;
+    bool textInput;
+    std::size_t keys, texts, windows, buttons;
+};
+
+SDL_Event MakeKey(Uint32 type, SDL_Keycode sym, Uint8 repeat = 0) {
+    SDL_Event event{};
+    event.type = type;
+    event.key.keysym.sym = sym;
+    event.key.repeat = repeat;
+    return event;
+}
+
+SDL_Event MakeOfType(Uint32 type) {
+    SDL_Event event{};
+    event.type = type;
+    return event;
+}
+
+class Gate : public CollectorFixture, public ::testing::WithParamInterface<GateRow> {};
+
+TEST_P(Gate, SortsEachEventIntoItsQueue) {
+    const GateRow& row = GetParam();
+    if (row.textInput)
+        collector->StartTextInput();
+    SDL_Event event = row.event;
+    Push(event);
+    collector->QueryInputEvents();
+    EXPECT_EQ(probe.keyEvents().size(), row.keys);
+    EXPECT_EQ(probe.textEvents().size(), row.texts);
+    EXPECT_EQ(probe.windowEvents().size(), row.windows);
+    EXPECT_EQ(probe.buttonEvents().size(), row.buttons);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, Gate,
+    ::testing::Values(
+        GateRow{"WindowOff", MakeOfType(SDL_WINDOWEVENT), false, 0, 0, 1, 0},
+        GateRow{"WindowOn", MakeOfType(SDL_WINDOWEVENT), true, 0, 0, 1, 0},
+        GateRow{"KeyOff", MakeKey(SDL_KEYDOWN, SDLK_a), false, 1, 0, 0, 0},
+        GateRow{"KeyRepeatOff", MakeKey(SDL_KEYDOWN, SDLK_a, 1), false, 1, 0, 0, 0},
+        GateRow{"KeyOn", MakeKey(SDL_KEYDOWN, SDLK_a), true, 0, 0, 0, 0},
+        GateRow{"ModifierOn", MakeKey(SDL_KEYDOWN, SDLK_LSHIFT), true, 0, 0, 0, 0},
+        GateRow{"BackspaceDownOn", MakeKey(SDL_KEYDOWN, SDLK_BACKSPACE), true, 1, 0, 0, 0},
+        GateRow{"BackspaceUpOn", MakeKey(SDL_KEYUP, SDLK_BACKSPACE), true, 1, 0, 0, 0},
+        GateRow{"BackspaceRepeatOn", MakeKey(SDL_KEYDOWN, SDLK_BACKSPACE, 1), true, 0, 0, 0, 0},
+        GateRow{"TextOff", MakeOfType(SDL_TEXTINPUT), false, 0, 0, 0, 0},
+        GateRow{"TextOn", MakeOfType(SDL_TEXTINPUT), true, 0, 1, 0, 0},
+        GateRow{"EditingOn", MakeOfType(SDL_TEXTEDITING), true, 0, 1, 0, 0},
+        GateRow{"ButtonDown", MakeOfType(SDL_MOUSEBUTTONDOWN), true, 0, 0, 0, 1},
+        GateRow{"ButtonUp", MakeOfType(SDL_MOUSEBUTTONUP), false, 0, 0, 0, 1},
+        GateRow{"Wheel", MakeOfType(SDL_MOUSEWHEEL), false, 0, 0, 0, 1},
+        GateRow{"Quit", MakeOfType(SDL_QUIT), false, 0, 0, 0, 0}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+TEST_F(CollectorCore, TheGateWorksAtPollingTimeOnly) {
+    PushKey(SDL_KEYDOWN, SDLK_a);
+    collector->QueryInputEvents();
+    collector->StartTextInput(); // what was queued before the switch is still delivered
+    EXPECT_EQ(probe.keyEvents().size(), 1u);
+    frames.Tick();
+    EXPECT_EQ(probe.heldKeys().count(Key::A), 1u);
+}
+
+TEST_F(CollectorCore, ModalLevelsStopAt255AndAtZero) {
+    EXPECT_EQ(collector->PopModalLevel(), 0);
+    for (int level = 1; level <= 255; ++level)
+        ASSERT_EQ(collector->PushModalLevel(), level);
+    try {
+        collector->PushModalLevel();
+        FAIL() << "the 256th level was accepted";
+    } catch (const Common::ApplicationErrorException& error) {
+        EXPECT_STREQ(error.what(), "Too many modal windows");
+    }
+    EXPECT_EQ(probe.modalLevel(), 255);
+    EXPECT_EQ(collector->PopModalLevel(), 254);
+}
+
+TEST_F(CollectorCore, MotionIsDeliveredAtOnceAndAPressOnTheNextTick) {
+    std::vector<std::string> order;
+    auto tracer = collector->CreateCursorTracer(0);
+    tracer->SetCallback([&](auto, auto) {
+        order.push_back("motion");
+        return false;
+    });
+    auto key = collector->CreateKeyReactor(Key::A, 0);
+    key->SetPressCallback([&](auto) {
+        order.push_back("press");
+        return false;
+    });
+    Press(SDLK_a);
+    PushMotion(3, 4);
+    collector->QueryInputEvents();
+    EXPECT_EQ(order, std::vector<std::string>{"motion"});
+    frames.Tick();
+    EXPECT_EQ(order, (std::vector<std::string>{"motion", "press"}));
+}
+
+TEST_F(CollectorCore, TheTickerGoesOnWithoutPolling) {
+    int holds = 0;
+    auto key = collector->CreateKeyReactor(Key::A, 0);
+    key->SetHoldCallback([&](auto) { return ++holds, false; });
+    Press(SDLK_a);
+    Deliver();
+    frames.Tick(3); // the engine stopped polling; the hold goes on
+    EXPECT_EQ(holds, 4);
+}
+
+} // namespace
+} // namespace Window
