@@ -56,6 +56,15 @@ std::runtime_error NotATable(const std::string& key, const std::filesystem::path
                               Quoted(part) + " is not a table");
 }
 
+/// A table or an array where a key's value should be: never read as text, never overwritten.
+void RefuseContainer(const toml::node* value, const std::string& key,
+                     const std::filesystem::path& path) {
+    if (value != nullptr && (value->is_table() || value->is_array()))
+        throw std::runtime_error("Configuration key " + Quoted(key) + " in " + Quoted(path) +
+                                 " holds " + (value->is_table() ? "a table" : "an array") +
+                                 ", not a value");
+}
+
 /// The value under `key`, or null when any part of the way is missing.
 const toml::node* Find(const toml::table& root, const std::string& key,
                        const std::filesystem::path& path) {
@@ -70,10 +79,7 @@ const toml::node* Find(const toml::table& root, const std::string& key,
             throw NotATable(key, path, parts[i]);
     }
     const toml::node* value = table->get(parts.back());
-    if (value != nullptr && (value->is_table() || value->is_array()))
-        throw std::runtime_error("Configuration key " + Quoted(key) + " in " + Quoted(path) +
-                                 " holds " + (value->is_table() ? "a table" : "an array") +
-                                 ", not a value");
+    RefuseContainer(value, key, path);
     return value;
 }
 
@@ -200,13 +206,14 @@ void ConfigFile::WriteText(const std::string& key, const std::string& text) {
         if (table == nullptr)
             throw NotATable(key, path, parts[i]);
     }
-    if (const toml::node* old = table->get(parts.back()); old != nullptr && old->is_table())
-        throw std::runtime_error("Configuration key " + Quoted(key) + " in " + Quoted(path) +
-                                 " holds a table, not a value");
+    RefuseContainer(table->get(parts.back()), key, path);
     table->insert_or_assign(parts.back(), text);
 
     std::ostringstream content;
-    content << changed << '\n';
+    // Flat tables, as a person writes them by hand.
+    content << toml::toml_formatter{changed, toml::toml_formatter::default_flags &
+                                                 ~toml::format_flags::indent_sub_tables}
+            << '\n';
     ReplaceFile(path, content.str());
     document->root = std::move(changed);
 }

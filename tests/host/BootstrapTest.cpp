@@ -1,3 +1,4 @@
+#include "IdleCollector.h"
 #include "RecordingMessageLog.h"
 
 #include <common/SConfigFile.h>
@@ -47,35 +48,6 @@ private:
     std::vector<std::string>& journal;
 };
 
-class IdleCollector : public Window::SInputCollector {
-public:
-    void QueryInputEvents() override {}
-    Zenk::IntrudablePointer<Window::IWindowReactor>
-    CreateWindowReactor(Window::WindowEvent) override {
-        return nullptr;
-    }
-    Zenk::IntrudablePointer<Window::IKeyReactor> CreateKeyReactor(Window::Key,
-                                                                  unsigned short) override {
-        return nullptr;
-    }
-    Zenk::IntrudablePointer<Window::IButtonReactor> CreateButtonReactor(Window::Button,
-                                                                        unsigned short) override {
-        return nullptr;
-    }
-    Zenk::IntrudablePointer<Window::ITextReactor> CreateTextReactor() override { return nullptr; }
-    Zenk::IntrudablePointer<Window::ICursorTracer> CreateCursorTracer(unsigned short) override {
-        return nullptr;
-    }
-    Zenk::IntrudablePointer<Window::IModeReactor> CreateModeReactor(Window::Mode) override {
-        return nullptr;
-    }
-    unsigned char PushModalLevel() override { return 0; }
-    unsigned char PopModalLevel() override { return 0; }
-    void RemoveReactor(long long) override {}
-    void StartTextInput() override {}
-    void StopTextInput() override {}
-};
-
 class BootstrapTest : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -109,7 +81,7 @@ protected:
     Host::BootstrapSettings settings;
     Host::LibraryEntryPoints library;
     std::vector<std::string> journal;
-    IdleCollector collector;
+    HostTests::IdleCollector collector;
 };
 
 TEST_F(BootstrapTest, StartsServicesThenFactoryThenCollectorAndStopsInReverse) {

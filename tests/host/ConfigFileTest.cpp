@@ -186,6 +186,20 @@ TEST_F(ConfigFileTest, KeyThatCrossesAValueIsAConflictAndLeavesTheFile) {
     EXPECT_EQ(Stored(), stored);
 }
 
+TEST_F(ConfigFileTest, TableOrArrayInTheKeysPlaceIsNeitherReadNorReplaced) {
+    const std::string stored = "List = [1, 2]\n[Window]\nResolution = 1\n";
+    Store(stored);
+    Host::ConfigFile config(path);
+    const std::string where = " in \"" + path.string() + "\" holds ";
+    EXPECT_EQ(MessageOf([&] { config.WriteText("Window", "x"); }),
+              "Configuration key \"Window\"" + where + "a table, not a value");
+    EXPECT_EQ(MessageOf([&] { config.ReadInteger("List", 0); }),
+              "Configuration key \"List\"" + where + "an array, not a value");
+    EXPECT_EQ(MessageOf([&] { config.WriteText("List", "x"); }),
+              "Configuration key \"List\"" + where + "an array, not a value");
+    EXPECT_EQ(Stored(), stored);
+}
+
 TEST_F(ConfigFileTest, FailedWriteKeepsTheOldContentInMemory) {
     // A file where the folder should be: the configuration cannot be saved.
     fs::create_directories(folder);

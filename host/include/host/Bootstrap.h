@@ -46,6 +46,17 @@ inline LibraryEntryPoints WindowLibraryEntryPoints() {
 /// finds it; only the factory and the services go.
 ///
 /// A failure at any step undoes the steps before it, so the instance storage is as it was.
+///
+/// An engine's loop, in short:
+///
+///     Host::Bootstrap host({configPath, {true, logPath}});
+///     auto window = host.WindowFactory().CreateWindow();
+///     while (running) {
+///         host.InputCollector().QueryInputEvents();
+///         host.Frames().Pump(); // the collector's ticks run here, on this thread
+///         ... render ...
+///     }
+///     window.Reset(); // before `host` goes
 class Bootstrap {
 public:
     /// Starts everything. Throws what the failing step throws: `std::runtime_error` from the

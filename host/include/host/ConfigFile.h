@@ -38,12 +38,13 @@ public:
     /// TOML text, booleans as "1" or "0".
     /// Throws `std::invalid_argument` ("Configuration key "<key>" has an empty part") for a key
     /// such as "a//b", and `std::runtime_error` ("Configuration key "<key>" in "<path>" holds a
-    /// table, not a value", or "... : "<part>" is not a table") when the file's shape does not
-    /// fit the key.
+    /// table, not a value" or "... holds an array, not a value", or "Configuration key "<key>"
+    /// in "<path>": "<part>" is not a table") when the file's shape does not fit the key.
     std::string ReadText(const std::string& key, const std::string& fallback) override;
 
     /// Stores `text` under `key` as a TOML string and rewrites the file before returning, creating
-    /// missing tables. When the write fails, memory and file both keep the old content.
+    /// missing tables. A table or array in the key's place is refused, not replaced. When the
+    /// write fails, memory and file both keep the old content.
     /// Throws as `ReadText` for a bad key or a conflicting shape, and `std::runtime_error`
     /// ("Cannot write configuration file "<path>": <reason>") when the file cannot be replaced.
     void WriteText(const std::string& key, const std::string& text) override;
