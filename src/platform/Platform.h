@@ -17,7 +17,8 @@ NativeHandle NativeHandleOf(SDL_Window* window) noexcept;
 /// Decodes UTF-8 into the platform's wide characters with the contract of Windows'
 /// MultiByteToWideChar(CP_UTF8, 0, ...): with `destination` null (or `destinationSize` 0) it
 /// returns the number of wide characters needed; otherwise it writes them and returns how many it
-/// wrote. It returns 0 (failure) for an empty source or a destination that is too small.
+/// wrote. A `sourceLength` of -1 means up to and with the terminating NUL. It returns 0
+/// (failure) for an empty source or a destination that is too small.
 /// Malformed input never fails: each malformed sequence becomes U+FFFD. Wide characters are
 /// UTF-16 code units on Windows and UTF-32 code points elsewhere. Pure; any thread.
 int MultiByteToWide(const char* source, int sourceLength, wchar_t* destination,

@@ -25,6 +25,10 @@ struct DecodeRow {
     std::vector<std::uint32_t> expected;
 };
 
+void PrintTo(const DecodeRow& row, std::ostream* out) {
+    *out << row.name;
+}
+
 class MultiByteToWideTest : public ::testing::TestWithParam<DecodeRow> {};
 
 TEST_P(MultiByteToWideTest, Decodes) {

@@ -22,6 +22,10 @@ struct FromTextRow {
     std::optional<Resolution> expected;
 };
 
+void PrintTo(const FromTextRow& row, std::ostream* out) {
+    *out << row.name;
+}
+
 class ResolutionFromTextTest : public ::testing::TestWithParam<FromTextRow> {};
 
 TEST_P(ResolutionFromTextTest, Reads) {
@@ -62,6 +66,10 @@ struct ToTextRow {
     Resolution resolution;
     const char* expected;
 };
+
+void PrintTo(const ToTextRow& row, std::ostream* out) {
+    *out << row.name;
+}
 
 class ResolutionToTextTest : public ::testing::TestWithParam<ToTextRow> {};
 

@@ -37,6 +37,10 @@ struct FloorRow {
     Resolution created;
 };
 
+void PrintTo(const FloorRow& row, std::ostream* out) {
+    *out << row.name;
+}
+
 class CreationFloorTest : public WindowFactoryImplTest,
                           public ::testing::WithParamInterface<FloorRow> {};
 
@@ -65,6 +69,10 @@ struct FullScreenRow {
     const char* stored;
     const char* saved;
 };
+
+void PrintTo(const FullScreenRow& row, std::ostream* out) {
+    *out << row.name;
+}
 
 class StoredFullScreenTest : public WindowFactoryImplTest,
                              public ::testing::WithParamInterface<FullScreenRow> {};
@@ -136,7 +144,12 @@ struct VulkanFailureRow {
     const char* name;
     const char* variable;
     const char* value;
+    const char* reason; // how SDL's text begins
 };
+
+void PrintTo(const VulkanFailureRow& row, std::ostream* out) {
+    *out << row.name;
+}
 
 class WindowCreationFailureTest : public WindowFactoryImplTest,
                                   public ::testing::WithParamInterface<VulkanFailureRow> {};
@@ -151,9 +164,11 @@ TEST_P(WindowCreationFailureTest, ThrowsWithTheReasonAndWritesNothing) {
         factory->CreateWindow();
         FAIL() << "a window was made without Vulkan";
     } catch (const Common::ApplicationErrorException& error) {
-        EXPECT_EQ(error.what(),
-                  std::string("Failed to create window: Tavrino. Version: 905\n->\t") +
-                      SDL_GetError());
+        // SDL's error text is overwritten since (the deleter met a null window), so the reason
+        // is compared with the texts SDL is known to give for these two causes.
+        const std::string expected =
+            std::string("Failed to create window: Tavrino. Version: 905\n->\t") + GetParam().reason;
+        EXPECT_EQ(std::string(error.what()).substr(0, expected.size()), expected);
     }
     EXPECT_TRUE(config.writes.empty());
     EXPECT_EQ(log.lines.size(), 1U) << "only the creation line; no window was destroyed";
@@ -161,8 +176,11 @@ TEST_P(WindowCreationFailureTest, ThrowsWithTheReasonAndWritesNothing) {
 
 INSTANTIATE_TEST_SUITE_P(
     Causes, WindowCreationFailureTest,
-    ::testing::Values(VulkanFailureRow{"NoDriver", "VK_ICD_FILENAMES", "/nonexistent.json"},
-                      VulkanFailureRow{"NoLoader", "SDL_VULKAN_LIBRARY", "libvulkan-missing.so.1"}),
+    ::testing::Values(VulkanFailureRow{"NoDriver", "VK_ICD_FILENAMES", "/nonexistent.json",
+                                       "Installed Vulkan doesn't implement the VK_KHR_surface "
+                                       "extension"},
+                      VulkanFailureRow{"NoLoader", "SDL_VULKAN_LIBRARY", "libvulkan-missing.so.1",
+                                       "Failed loading libvulkan-missing.so.1: "}),
     [](const auto& info) { return std::string(info.param.name); });
 
 TEST_F(WindowFactoryImplTest, MalformedStoredSizeFailsAndStaysStored) {

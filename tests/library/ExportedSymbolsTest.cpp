@@ -41,11 +41,12 @@ std::vector<std::string> ExportedSymbols() {
 ///    each callback signature (F is the mangling of a function type).
 bool IsForeign(const std::string& mangled) {
     static const std::set<std::string> linkerMarkers{"__bss_start", "_edata", "_end"};
-    // _Z, then optional typeinfo (TI), typeinfo name (TS), vtable (TV) or guard (GV), optional
+    // _Z, then optional typeinfo (TI), typeinfo name (TS), vtable (TV) or guard (GV), an
+    // optional Z for a local static or lambda (named by its enclosing function), optional
     // nested-name and cv qualifiers, then the namespace: St (std), Sa/Sb/Ss/Si/So/Sd (std
     // abbreviations), 9__gnu_cxx or 5boost.
     static const std::regex foreignNamespace(
-        "^_Z(T[ISV]|GV)?N?[rVK]*(St|S[absiod]|9__gnu_cxx|5boost)");
+        "^_Z(T[ISV]|GV)?Z?N?[rVK]*(St|S[absiod]|9__gnu_cxx|5boost)");
     static const std::regex functionTypeInfo("^_ZT[IS]P?F");
     return linkerMarkers.count(mangled) != 0 || std::regex_search(mangled, foreignNamespace) ||
            std::regex_search(mangled, functionTypeInfo);
@@ -86,6 +87,8 @@ TEST(ExportedSymbolsTest, FilterKeepsOurOwnSymbols) {
     EXPECT_TRUE(IsForeign("_ZNSt6vectorIiSaIiEED1Ev"));
     EXPECT_TRUE(IsForeign("_ZTIN5boost16bad_lexical_castE"));
     EXPECT_TRUE(IsForeign("_ZTIFvvE"));
+    EXPECT_TRUE(IsForeign("_ZZNSt19_Sp_make_shared_tag5_S_tiEvE5__tag"));
+    EXPECT_FALSE(IsForeign("_ZZN6Window10WindowImplC1EvE5count"));
 }
 
 } // namespace
