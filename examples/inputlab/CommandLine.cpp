@@ -1,0 +1,102 @@
+#include "CommandLine.h"
+
+#include <boost/program_options.hpp>
+
+#include <cstdlib>
+#include <sstream>
+
+namespace InputLab {
+
+namespace {
+
+namespace po = boost::program_options;
+
+po::options_description Describe(const std::filesystem::path& defaultConfig) {
+    po::options_description options("Options");
+    // Values are taken as text and checked here, so that every message names the option and the
+    // value in the same words.
+    options.add_options()("help,h", "Print this help and exit.")(
+        "config", po::value<std::string>()->value_name("PATH"),
+        ("Configuration file (TOML). A missing file means defaults; the window's size and "
+         "full-screen state are written back to it at exit. Default: " +
+         defaultConfig.string())
+            .c_str())("log", po::value<std::string>()->value_name("PATH"),
+                      "Also append the message log to this file.")(
+        "frames", po::value<std::string>()->value_name("N"),
+        "Exit after N rendered frames (N > 0). Without it the lab runs until its window closes.")(
+        "screenshot", po::value<std::string>()->value_name("PATH"),
+        "At exit, write the last rendered frame to PATH as a PNG image.")(
+        "script", po::value<std::string>()->value_name("PATH"),
+        "Inject the input events listed in PATH, one per line (see README.md), e.g. "
+        "\"key down a\", \"motion 100 200\", \"wait 5\".");
+    return options;
+}
+
+unsigned long long ParseFrames(const std::string& text) {
+    const auto bad = [&text] {
+        return CommandLineError("--frames needs a whole number of frames above 0, not \"" + text +
+                                "\"");
+    };
+    if (text.empty() || text.find_first_not_of("0123456789") != std::string::npos)
+        throw bad();
+    unsigned long long frames = 0;
+    std::istringstream stream(text);
+    if (!(stream >> frames) || frames == 0)
+        throw bad();
+    return frames;
+}
+
+std::string HelpText(const std::string& program, const po::options_description& options) {
+    std::ostringstream text;
+    text << "Usage: " << program << " [options]\n\n"
+         << "Opens the library's window, draws with Vulkan and prints one numbered line for every\n"
+         << "callback the library makes. Keys: 1-3 background colour, Escape menu, Return full\n"
+         << "screen, F2 text input (Backspace on an empty line ends it), W A S D Q E and the\n"
+         << "modifiers light cells while held; the mouse moves the square, the wheel pulses.\n\n"
+         << options;
+    return text.str();
+}
+
+} // namespace
+
+std::filesystem::path DefaultConfigPath(const char* xdgConfigHome, const char* home) {
+    if (xdgConfigHome != nullptr && *xdgConfigHome != '\0')
+        return std::filesystem::path(xdgConfigHome) / "inputlab" / "config.toml";
+    if (home != nullptr && *home != '\0')
+        return std::filesystem::path(home) / ".config" / "inputlab" / "config.toml";
+    return std::filesystem::path("inputlab") / "config.toml";
+}
+
+LabOptions ParseCommandLine(int argc, const char* const argv[]) {
+    LabOptions result;
+    result.configPath = DefaultConfigPath(std::getenv("XDG_CONFIG_HOME"), std::getenv("HOME"));
+    const auto options = Describe(result.configPath);
+
+    po::variables_map values;
+    try {
+        // No positional arguments are declared, so a stray word is an error too.
+        po::store(po::command_line_parser(argc, argv).options(options).run(), values);
+        po::notify(values);
+    } catch (const po::error& error) {
+        throw CommandLineError(std::string(error.what()) + " (see --help)");
+    }
+
+    if (values.count("help") != 0) {
+        result.help = true;
+        result.helpText = HelpText(argc > 0 ? argv[0] : "inputlab", options);
+        return result;
+    }
+    if (values.count("config") != 0)
+        result.configPath = values["config"].as<std::string>();
+    if (values.count("log") != 0)
+        result.logFile = values["log"].as<std::string>();
+    if (values.count("frames") != 0)
+        result.frames = ParseFrames(values["frames"].as<std::string>());
+    if (values.count("screenshot") != 0)
+        result.screenshot = values["screenshot"].as<std::string>();
+    if (values.count("script") != 0)
+        result.script = values["script"].as<std::string>();
+    return result;
+}
+
+} // namespace InputLab

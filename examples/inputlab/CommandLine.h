@@ -1,0 +1,40 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <stdexcept>
+#include <string>
+
+namespace InputLab {
+
+/// What the command line asked for.
+struct LabOptions {
+    std::filesystem::path configPath;
+    std::optional<std::filesystem::path> logFile;
+    /// Ends the run after this many rendered frames; none runs until the window closes.
+    std::optional<unsigned long long> frames;
+    /// Where the last frame goes as a PNG file when the run ends.
+    std::optional<std::filesystem::path> screenshot;
+    /// Input to inject, one event per line.
+    std::optional<std::filesystem::path> script;
+    /// True when `--help` was given: print `helpText` and do nothing else.
+    bool help = false;
+    std::string helpText;
+};
+
+/// A command line that cannot be obeyed; `what()` is the finished message.
+class CommandLineError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// Where the configuration lives when `--config` is not given: $XDG_CONFIG_HOME/inputlab/, else
+/// ~/.config/inputlab/, else the working directory. Either argument may be null or empty.
+std::filesystem::path DefaultConfigPath(const char* xdgConfigHome, const char* home);
+
+/// Reads the options; the environment decides only the default configuration path.
+/// Throws `CommandLineError` for an unknown option, a missing or malformed value, or a
+/// positional argument.
+LabOptions ParseCommandLine(int argc, const char* const argv[]);
+
+} // namespace InputLab

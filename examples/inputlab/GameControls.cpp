@@ -1,0 +1,189 @@
+#include "GameControls.h"
+
+#include "VocabularyNames.h"
+
+#include <array>
+
+namespace InputLab {
+
+namespace {
+
+using Window::Key;
+using Window::Mode;
+using Modes = std::set<Mode>;
+
+struct CellKey {
+    Key key;
+    Cell cell;
+};
+
+constexpr std::array<CellKey, 6> cellKeys{{{Key::W, Cell::W},
+                                           {Key::A, Cell::A},
+                                           {Key::S, Cell::S},
+                                           {Key::D, Cell::D},
+                                           {Key::Q, Cell::Q},
+                                           {Key::E, Cell::E}}};
+
+Cell ModeCell(Mode mode) {
+    switch (mode) {
+    case Mode::LeftShift:
+        return Cell::LeftShift;
+    case Mode::LeftCtrl:
+        return Cell::LeftCtrl;
+    case Mode::LeftAlt:
+        return Cell::LeftAlt;
+    case Mode::RightShift:
+        return Cell::RightShift;
+    case Mode::RightCtrl:
+        return Cell::RightCtrl;
+    case Mode::RightAlt:
+        return Cell::RightAlt;
+    }
+    return Cell::LeftShift;
+}
+
+} // namespace
+
+GameControls::GameControls(LabContext context, unsigned char level, std::function<void()> openMenu)
+    : context(context)
+    , level(level)
+    , openMenu(std::move(openMenu)) {
+    MakeEchoLayer();
+    MakeBackgroundKeys();
+    MakeCommandKeys();
+    MakeCellKeys();
+    MakeModes();
+    MakeText();
+}
+
+void GameControls::MakeEchoLayer() {
+    for (const Key key : AllKeys()) {
+        auto reactor = context.collector.CreateKeyReactor(key, EchoPriority);
+        const auto echo = [this, key](const char* action) {
+            return [this, key, action](Modes held) {
+                context.echo.Callback(EventEcho::KeyText(action, key, EchoPriority, level, held));
+                return false;
+            };
+        };
+        reactor->SetPressCallback(echo("press"));
+        reactor->SetReleaseCallback(echo("release"));
+        keys.push_back(std::move(reactor));
+    }
+}
+
+void GameControls::Command(Key key, std::function<void()> action) {
+    auto reactor = context.collector.CreateKeyReactor(key, GamePriority);
+    reactor->SetPressCallback([this, key, action = std::move(action)](Modes held) {
+        context.echo.Callback(EventEcho::KeyText("press", key, GamePriority, level, held));
+        action();
+        return true;
+    });
+    reactor->SetReleaseCallback([this, key](Modes held) {
+        context.echo.Callback(EventEcho::KeyText("release", key, GamePriority, level, held));
+        return true;
+    });
+    keys.push_back(std::move(reactor));
+}
+
+void GameControls::MakeBackgroundKeys() {
+    const std::array<Key, 3> digits{Key::Digit1, Key::Digit2, Key::Digit3};
+    for (std::size_t index = 0; index < digits.size(); ++index)
+        Command(digits[index],
+                [this, index] { context.state.background = static_cast<int>(index) + 1; });
+}
+
+void GameControls::MakeCommandKeys() {
+    // Escape consumes its press, and the menu's Escape reactor has a later priority: the walk
+    // over Escape's reactors therefore ends before it reaches the menu's reactor, which would
+    // otherwise answer at the level this very press has just entered and close the menu again.
+    Command(Key::Escape, [this] { openMenu(); });
+    Command(Key::Return, [this] { ToggleFullScreen(context); });
+    Command(Key::F2, [this] {
+        if (context.state.textInput)
+            return;
+        context.state.textInput = true;
+        context.state.typed.clear();
+        context.collector.StartTextInput();
+        context.echo.Note("text input on: type, Backspace on an empty line ends it");
+    });
+
+    // While text input is on, Backspace is the one key the library still delivers as a key, so
+    // it edits the typed line and, on an empty line, ends text input.
+    auto backspace = context.collector.CreateKeyReactor(Key::Backspace, GamePriority);
+    backspace->SetPressCallback([this](Modes held) {
+        if (!context.state.textInput)
+            return false; // an ordinary key now: leave it to the echo layer
+        context.echo.Callback(
+            EventEcho::KeyText("press", Key::Backspace, GamePriority, level, held));
+        if (context.state.typed.empty())
+            StopTextInput();
+        else
+            context.state.typed.pop_back();
+        return true;
+    });
+    keys.push_back(std::move(backspace));
+}
+
+void GameControls::MakeCellKeys() {
+    for (const CellKey& entry : cellKeys) {
+        const Key key = entry.key;
+        const Cell cell = entry.cell;
+        const std::string subject = "key " + KeyName(key);
+        auto reactor = context.collector.CreateKeyReactor(key, GamePriority);
+        // These do not consume, so the echo layer hears the press and release too.
+        reactor->SetPressCallback([this, key, subject](Modes held) {
+            context.echo.EndHold(subject);
+            context.echo.Callback(EventEcho::KeyText("press", key, GamePriority, level, held));
+            return false;
+        });
+        reactor->SetHoldCallback([this, key, cell, subject](Modes held) {
+            StampHold(context.state, cell);
+            context.echo.Hold(subject, EventEcho::KeyText("hold", key, GamePriority, level, held));
+            return false;
+        });
+        reactor->SetReleaseCallback([this, key, subject](Modes held) {
+            context.echo.EndHold(subject);
+            context.echo.Callback(EventEcho::KeyText("release", key, GamePriority, level, held));
+            return false;
+        });
+        keys.push_back(std::move(reactor));
+    }
+}
+
+void GameControls::MakeModes() {
+    for (const Mode mode : AllModes()) {
+        const std::string subject = "mode " + ModeName(mode);
+        auto reactor = context.collector.CreateModeReactor(mode);
+        reactor->SetPressCallback([this, mode, subject] {
+            context.echo.EndHold(subject);
+            context.echo.Callback(EventEcho::ModeText("press", mode, level));
+        });
+        reactor->SetHoldCallback([this, mode, subject] {
+            StampHold(context.state, ModeCell(mode));
+            context.echo.Hold(subject, EventEcho::ModeText("hold", mode, level));
+        });
+        reactor->SetReleaseCallback([this, mode, subject] {
+            context.echo.EndHold(subject);
+            context.echo.Callback(EventEcho::ModeText("release", mode, level));
+        });
+        modes.push_back(std::move(reactor));
+    }
+}
+
+void GameControls::MakeText() {
+    text = context.collector.CreateTextReactor();
+    text->SetCallback([this](const std::wstring& typed) {
+        context.echo.Callback(EventEcho::TextText(typed, level));
+        context.state.typed += typed;
+        context.log.LogInfo("Typed: " + ToUtf8(typed));
+    });
+}
+
+void GameControls::StopTextInput() {
+    context.collector.StopTextInput();
+    context.state.textInput = false;
+    context.log.LogInfo("Typed line: " + ToUtf8(context.state.typed));
+    context.echo.Note("text input off");
+}
+
+} // namespace InputLab

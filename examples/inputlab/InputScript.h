@@ -1,0 +1,94 @@
+#pragma once
+
+#include <SDL.h>
+
+#include <cstdint>
+#include <filesystem>
+#include <istream>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace InputLab {
+
+/// One line of an input script, understood.
+struct ScriptEvent {
+    enum class Kind {
+        KeyDown,
+        KeyUp,
+        Motion,
+        ButtonDown,
+        ButtonUp,
+        Wheel,
+        Text,
+        WindowClose,
+        WindowMinimize,
+        WindowMaximize,
+    };
+
+    Kind kind = Kind::KeyDown;
+    SDL_Keycode key = SDLK_UNKNOWN; // KeyDown, KeyUp
+    int x = 0;                      // Motion
+    int y = 0;                      // Motion; Wheel: the wheel's steps, positive away from the user
+    std::uint8_t button = 0;        // ButtonDown, ButtonUp: SDL_BUTTON_LEFT and so on
+    std::string text;               // Text: UTF-8, 1 to 31 bytes
+};
+
+/// An event and the frame before whose input poll it is injected.
+struct ScriptEntry {
+    unsigned long long frame = 0;
+    unsigned int line = 0;
+    ScriptEvent event;
+};
+
+/// A script that cannot be used; `what()` names the file and, for a bad line, the line.
+class ScriptError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// Input read from a text file and injected into SDL's queue with `SDL_PushEvent`, so that a run
+/// can be repeated exactly. Events reach the library as if the window system had sent them.
+///
+/// One event per line; blank lines and lines starting with '#' are skipped:
+///   key down NAME | key up NAME        NAME as SDL names keys: a, 2, Escape, Left Shift, F2
+///   motion X Y                         cursor position in window coordinates
+///   button down B | button up B        B: left, right or middle
+///   wheel N                            N steps, positive away from the user, not 0
+///   text TEXT                          the rest of the line, 1 to 31 bytes of UTF-8
+///   window close|minimize|maximize
+///   wait N                             the following lines come N frames later
+class InputScript {
+public:
+    /// Reads and checks the whole file before anything runs.
+    /// Throws `ScriptError`: "Cannot read input script "<path>"", or "Input script "<path>",
+    /// line <n>: <problem>" for the first line that is not understood.
+    static InputScript Load(const std::filesystem::path& path);
+
+    /// As `Load`, from a stream; `name` stands for the file in messages.
+    static InputScript Parse(std::istream& input, const std::string& name);
+
+    const std::vector<ScriptEntry>& Entries() const noexcept { return entries; }
+
+    /// The frame after the last event's; frames before it still have input to come.
+    unsigned long long Length() const noexcept { return length; }
+
+    /// Pushes the events due by `frame` into SDL's queue. Call once per frame, with rising frame
+    /// numbers, before polling. Engine main thread.
+    /// Throws `std::runtime_error` ("SDL refused a scripted event from line <n>: <reason>") when
+    /// the queue is full.
+    void InjectDue(unsigned long long frame);
+
+    /// The event as the window system would deliver it; `cursorX`/`cursorY` give the position
+    /// that button events carry. The window id stays 0: the library does not read it. Pure.
+    static SDL_Event ToSdlEvent(const ScriptEvent& event, int cursorX, int cursorY);
+
+private:
+    std::vector<ScriptEntry> entries;
+    unsigned long long length = 0;
+    std::size_t next = 0;
+    int cursorX = 0;
+    int cursorY = 0;
+};
+
+} // namespace InputLab

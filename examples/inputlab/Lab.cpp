@@ -1,0 +1,128 @@
+#include "Lab.h"
+
+#include "Scene.h"
+#include "VocabularyNames.h"
+
+#include <algorithm>
+#include <thread>
+
+namespace InputLab {
+
+namespace {
+
+/// The loop's beat. A little longer than the input ticker's default period (16666 us), so that
+/// the ticker, which fires only when pumped, is due at every pump instead of every other one.
+constexpr std::chrono::microseconds framePeriod{16667};
+
+std::string SizeText(Window::Resolution size) {
+    return std::to_string(size.width) + "x" + std::to_string(size.height);
+}
+
+} // namespace
+
+Lab::Lab(Host::Bootstrap& host, const LabOptions& options, std::optional<InputScript> script,
+         std::ostream& console)
+    : host(host)
+    , options(options)
+    , script(std::move(script))
+    , echo(console) {
+    Window::SInputCollector& collector = host.InputCollector();
+    window = host.WindowFactory().CreateWindow();
+    // The window read the same key when it was made; IWindow has no getter for the state.
+    state.fullScreen = host.Config().ReadInteger("Window/FullScreen", 0) != 0;
+    renderer = std::make_unique<Renderer>(*window, options.screenshot.has_value());
+
+    const LabContext context{collector, *window, host.Log(), state, echo};
+    menu = std::make_unique<MenuControls>(context);
+    game = std::make_unique<GameControls>(context, state.modalLevel, [this] { menu->Open(); });
+    pointer = std::make_unique<PointerControls>(context);
+
+    for (const auto event : {Window::WindowEvent::Close, Window::WindowEvent::Minimize,
+                             Window::WindowEvent::Maximize}) {
+        auto reactor = collector.CreateWindowReactor(event);
+        reactor->SetCallback([this, event] {
+            echo.Callback(EventEcho::WindowText(event));
+            if (event == Window::WindowEvent::Close)
+                state.quit = true;
+        });
+        windowReactors.push_back(std::move(reactor));
+    }
+
+    const int pollRate = host.Config().ReadInteger("Window/Input/PollRate", 60);
+    rateProbe = host.Frames().MakeTicker(1000000ULL / static_cast<unsigned>(std::max(pollRate, 1)));
+    rateProbe->SetTickCallback([this](unsigned long long) { ++ticks; });
+}
+
+Lab::~Lab() = default;
+
+void Lab::Run(const std::atomic<bool>& interrupted) {
+    auto next = Clock::now();
+    unsigned long long frame = 0;
+    for (; !state.quit && !interrupted; ++frame) {
+        RunFrame(frame);
+        if (options.frames && frame + 1 >= *options.frames)
+            break;
+        // Software rendering under a virtual display does not wait for a vertical blank, so the
+        // loop keeps its own beat rather than spin a core.
+        next += framePeriod;
+        const auto now = Clock::now();
+        if (next < now)
+            next = now;
+        else
+            std::this_thread::sleep_until(next);
+    }
+    if (options.screenshot)
+        SaveScreenshot();
+    echo.Note("ended after " + std::to_string(frame + (state.quit || interrupted ? 0 : 1)) +
+              " frames, " + std::to_string(framesDrawn) + " drawn, " +
+              std::to_string(echo.Count()) + " callbacks");
+}
+
+void Lab::RunFrame(unsigned long long frame) {
+    if (script)
+        script->InjectDue(frame);
+    host.InputCollector().QueryInputEvents();
+    host.Frames().Pump();
+    if (state.quit)
+        return;
+
+    const auto now = Clock::now();
+    const Window::Resolution drawable = window->GetDrawableSize();
+    const Scene scene = BuildScene(state, drawable, window->GetResolution(), now);
+    if (renderer->Draw(scene, drawable)) {
+        if (++framesDrawn == 1)
+            echo.Note("ready: drawable " + SizeText(drawable) + " on " + renderer->DeviceName());
+    }
+    ShowRates(now);
+}
+
+void Lab::ShowRates(Clock::time_point now) {
+    if (lastShow == Clock::time_point{}) {
+        lastShow = now;
+        return;
+    }
+    const auto elapsed = now - lastShow;
+    if (elapsed < std::chrono::seconds(1))
+        return;
+    const double seconds = std::chrono::duration<double>(elapsed).count();
+    const auto rate = [seconds](unsigned long long count) {
+        return std::to_string(static_cast<long long>(count / seconds + 0.5));
+    };
+    window->SetTitleSuffix(rate(ticks - ticksAtLastShow) + " ticks/s, " +
+                           rate(framesDrawn - framesAtLastShow) + " frames/s" +
+                           (state.menuOpen ? ", menu" : ""));
+    ticksAtLastShow = ticks;
+    framesAtLastShow = framesDrawn;
+    lastShow = now;
+}
+
+void Lab::SaveScreenshot() {
+    const RgbImage picture = renderer->LastFrame();
+    WritePng(*options.screenshot, picture);
+    echo.Note("screenshot " +
+              SizeText({static_cast<unsigned short>(picture.width),
+                        static_cast<unsigned short>(picture.height)}) +
+              " written to " + options.screenshot->string());
+}
+
+} // namespace InputLab

@@ -1,0 +1,63 @@
+#include "PointerControls.h"
+
+#include "VocabularyNames.h"
+
+namespace InputLab {
+
+using Window::Button;
+using Modes = std::set<Window::Mode>;
+
+PointerControls::PointerControls(LabContext context) : context(context) {
+    MakeTracer();
+    MakeButton(Button::Left, Cell::LeftButton);
+    MakeButton(Button::Middle, Cell::MiddleButton);
+    MakeButton(Button::Right, Cell::RightButton);
+    MakeWheel(Button::WheelUp);
+    MakeWheel(Button::WheelDown);
+}
+
+void PointerControls::MakeTracer() {
+    tracer = context.collector.CreateCursorTracer(Priority);
+    // Called from QueryInputEvents itself, once per motion event, not on the ticker's beat.
+    tracer->SetCallback([this](Zenk::two_dimensional_coordinate<short> position, Modes held) {
+        context.echo.Callback(EventEcho::CursorText(position.x, position.y, Priority, held));
+        context.state.cursor = position;
+        context.state.cursorSeen = true;
+        return false;
+    });
+}
+
+void PointerControls::MakeButton(Button button, Cell cell) {
+    const std::string subject = "button " + ButtonName(button);
+    auto reactor = context.collector.CreateButtonReactor(button, Priority);
+    reactor->SetPressCallback([this, button, subject](unsigned int number, Modes held) {
+        context.echo.EndHold(subject);
+        context.echo.Callback(EventEcho::ButtonText("press", button, Priority, number, held));
+        return false;
+    });
+    reactor->SetHoldCallback([this, button, cell, subject](unsigned int number, Modes held) {
+        StampHold(context.state, cell);
+        context.echo.Hold(subject, EventEcho::ButtonText("hold", button, Priority, number, held));
+        return false;
+    });
+    reactor->SetReleaseCallback([this, button, subject](unsigned int number, Modes held) {
+        context.echo.EndHold(subject);
+        context.echo.Callback(EventEcho::ButtonText("release", button, Priority, number, held));
+        return false;
+    });
+    buttons.push_back(std::move(reactor));
+}
+
+void PointerControls::MakeWheel(Button direction) {
+    auto reactor = context.collector.CreateButtonReactor(direction, Priority);
+    // A wheel event is a pulse: only the press callback is ever called.
+    reactor->SetPressCallback([this, direction](unsigned int number, Modes held) {
+        context.echo.Callback(EventEcho::ButtonText("press", direction, Priority, number, held));
+        context.state.lastWheel = Clock::now();
+        context.state.wheelUp = direction == Button::WheelUp;
+        return false;
+    });
+    buttons.push_back(std::move(reactor));
+}
+
+} // namespace InputLab
