@@ -121,6 +121,13 @@ void GameControls::MakeCommandKeys() {
             context.state.typed.pop_back();
         return true;
     });
+    backspace->SetReleaseCallback([this](Modes held) {
+        if (!context.state.textInput)
+            return false;
+        context.echo.Callback(
+            EventEcho::KeyText("release", Key::Backspace, GamePriority, level, held));
+        return true;
+    });
     keys.push_back(std::move(backspace));
 }
 

@@ -64,12 +64,13 @@ void Lab::Run(const std::atomic<bool>& interrupted) {
             break;
         // Software rendering under a virtual display does not wait for a vertical blank, so the
         // loop keeps its own beat rather than spin a core.
+        // A late frame is made up by the next one's shorter wait; a loop that fell a whole frame
+        // behind starts its beat anew instead of hurrying through a burst.
         next += framePeriod;
         const auto now = Clock::now();
-        if (next < now)
+        if (next + framePeriod < now)
             next = now;
-        else
-            std::this_thread::sleep_until(next);
+        std::this_thread::sleep_until(next);
     }
     if (options.screenshot)
         SaveScreenshot();
