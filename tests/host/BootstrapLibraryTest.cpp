@@ -1,10 +1,10 @@
 // The bootstrap with the window library's real factory, on drivers that need no display. Each
 // case runs in a process of its own: the factory can be made once per process.
 #include "LibraryEntryPoints.h"
+#include "Registered.h"
 
 #include <common/ApplicationErrorException.h>
 #include <host/Bootstrap.h>
-#include <zenkbase/singleton.h>
 
 #include <SDL.h>
 #include <gtest/gtest.h>
@@ -27,14 +27,6 @@ protected:
     }
     void TearDown() override { fs::remove_all(folder); }
 
-    static bool AnythingRegistered() {
-        return Zenk::Singleton<Common::Config::SConfigFile>().Exists() ||
-               Zenk::Singleton<Common::Log::SMessageLog>().Exists() ||
-               Zenk::Singleton<Common::Unique::SRuntimeUniqueId>().Exists() ||
-               Zenk::Singleton<Common::SFrameUtility>().Exists() ||
-               Zenk::Singleton<Window::SWindowFactory>().Exists();
-    }
-
     fs::path folder;
     Host::BootstrapSettings settings;
 };
@@ -46,7 +38,7 @@ TEST_F(BootstrapLibraryTest, RunsTheWindowSystemForItsLifetime) {
         EXPECT_NE(SDL_WasInit(SDL_INIT_VIDEO), 0u);
     }
     EXPECT_EQ(SDL_WasInit(SDL_INIT_VIDEO), 0u);
-    EXPECT_FALSE(AnythingRegistered());
+    EXPECT_EQ(HostTests::Registered(), "");
 }
 
 TEST_F(BootstrapLibraryTest, WindowSystemFailureIsCaughtByTypeAndUndoesEverything) {
@@ -59,7 +51,7 @@ TEST_F(BootstrapLibraryTest, WindowSystemFailureIsCaughtByTypeAndUndoesEverythin
         EXPECT_EQ(message.rfind("Failed to initialize SDL: ", 0), 0u) << message;
         EXPECT_EQ(message.back(), '.');
     }
-    EXPECT_FALSE(AnythingRegistered());
+    EXPECT_EQ(HostTests::Registered(), "");
 }
 
 TEST_F(BootstrapLibraryTest, SecondBootstrapInOneProcessIsRefused) {
@@ -71,7 +63,7 @@ TEST_F(BootstrapLibraryTest, SecondBootstrapInOneProcessIsRefused) {
     } catch (const Common::ApplicationErrorException& failure) {
         EXPECT_STREQ(failure.what(), "Multiple instances of SWindowFactory");
     }
-    EXPECT_FALSE(AnythingRegistered());
+    EXPECT_EQ(HostTests::Registered(), "");
 }
 
 } // namespace

@@ -1,10 +1,7 @@
 #include "IdleCollector.h"
 #include "RecordingMessageLog.h"
+#include "Registered.h"
 
-#include <common/SConfigFile.h>
-#include <common/SFrameUtility.h>
-#include <common/SMessageLog.h>
-#include <common/SRuntimeUniqueId.h>
 #include <host/Bootstrap.h>
 #include <zenkbase/singleton.h>
 
@@ -19,29 +16,15 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Which of the five instances stand in the storage, as one word each ("config log ids frames
-/// factory"), so that a scenario can state what it expects at each step.
-std::string Registered() {
-    std::string present;
-    const auto note = [&present](bool exists, const char* name) {
-        if (exists)
-            present += present.empty() ? name : std::string(" ") + name;
-    };
-    note(Zenk::Singleton<Common::Config::SConfigFile>().Exists(), "config");
-    note(Zenk::Singleton<Common::Log::SMessageLog>().Exists(), "log");
-    note(Zenk::Singleton<Common::Unique::SRuntimeUniqueId>().Exists(), "ids");
-    note(Zenk::Singleton<Common::SFrameUtility>().Exists(), "frames");
-    note(Zenk::Singleton<Window::SWindowFactory>().Exists(), "factory");
-    return present;
-}
-
 /// Notes what stood in the storage when it was made and when it died.
 class WatchingFactory : public Window::SWindowFactory {
 public:
     explicit WatchingFactory(std::vector<std::string>& journal) : journal(journal) {
-        journal.push_back("factory made with: " + Registered());
+        journal.push_back("factory made with: " + HostTests::Registered());
     }
-    ~WatchingFactory() override { journal.push_back("factory deleted with: " + Registered()); }
+    ~WatchingFactory() override {
+        journal.push_back("factory deleted with: " + HostTests::Registered());
+    }
     Zenk::IntrudablePointer<Window::IWindow> CreateWindow() override { return nullptr; }
 
 private:
@@ -59,12 +42,12 @@ protected:
         settings.log = {false, folder / "engine.log"};
         library.manufactureWindowFactory = [this] { return new WatchingFactory(journal); };
         library.manufactureInputCollector = [this]() -> Window::SInputCollector* {
-            journal.push_back("collector made with: " + Registered());
+            journal.push_back("collector made with: " + HostTests::Registered());
             return &collector;
         };
     }
     void TearDown() override {
-        EXPECT_EQ(Registered(), "") << "a test left an instance in the storage";
+        EXPECT_EQ(HostTests::Registered(), "") << "a test left an instance in the storage";
         fs::remove_all(folder);
     }
 
@@ -87,7 +70,7 @@ protected:
 TEST_F(BootstrapTest, StartsServicesThenFactoryThenCollectorAndStopsInReverse) {
     {
         Host::Bootstrap bootstrap(settings, library);
-        EXPECT_EQ(Registered(), "config log ids frames factory");
+        EXPECT_EQ(HostTests::Registered(), "config log ids frames factory");
         EXPECT_EQ(&bootstrap.InputCollector(), &collector);
         EXPECT_EQ(Zenk::Singleton<Common::Config::SConfigFile>().Instance(), &bootstrap.Config());
         EXPECT_EQ(Zenk::Singleton<Window::SWindowFactory>().Instance(), &bootstrap.WindowFactory());
