@@ -23,7 +23,8 @@ po::options_description Describe(const std::filesystem::path& defaultConfig) {
             .c_str())("log", po::value<std::string>()->value_name("PATH"),
                       "Also append the message log to this file.")(
         "frames", po::value<std::string>()->value_name("N"),
-        "Exit after N rendered frames (N > 0). Without it the lab runs until its window closes.")(
+        "Exit after N frames of the main loop (N > 0; frames skipped while minimised count). "
+        "Without it the lab runs until its window closes.")(
         "screenshot", po::value<std::string>()->value_name("PATH"),
         "At exit, write the last rendered frame to PATH as a PNG image.")(
         "script", po::value<std::string>()->value_name("PATH"),
@@ -74,8 +75,17 @@ LabOptions ParseCommandLine(int argc, const char* const argv[]) {
 
     po::variables_map values;
     try {
-        // No positional arguments are declared, so a stray word is an error too.
-        po::store(po::command_line_parser(argc, argv).options(options).run(), values);
+        // Unknown words are collected rather than refused by the parser, so that the message can
+        // name the word itself, positional ones included.
+        const po::parsed_options parsed =
+            po::command_line_parser(argc, argv).options(options).allow_unregistered().run();
+        const auto unknown = po::collect_unrecognized(parsed.options, po::include_positional);
+        if (!unknown.empty())
+            throw CommandLineError((unknown.front().rfind('-', 0) == 0
+                                        ? "unrecognised option '" + unknown.front() + "'"
+                                        : "unexpected argument '" + unknown.front() + "'") +
+                                   " (see --help)");
+        po::store(parsed, values);
         po::notify(values);
     } catch (const po::error& error) {
         throw CommandLineError(std::string(error.what()) + " (see --help)");

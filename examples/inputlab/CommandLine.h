@@ -11,7 +11,7 @@ namespace InputLab {
 struct LabOptions {
     std::filesystem::path configPath;
     std::optional<std::filesystem::path> logFile;
-    /// Ends the run after this many rendered frames; none runs until the window closes.
+    /// Ends the run after this many frames of the loop; none runs until the window closes.
     std::optional<unsigned long long> frames;
     /// Where the last frame goes as a PNG file when the run ends.
     std::optional<std::filesystem::path> screenshot;
