@@ -158,6 +158,28 @@ TEST_F(CollectorCore, MotionIsDeliveredAtOnceAndAPressOnTheNextTick) {
     EXPECT_EQ(order, (std::vector<std::string>{"motion", "press"}));
 }
 
+// Whatever order SDL delivered them in, one tick drains keys, window events, buttons, text, and
+// then calls the holds.
+TEST_F(CollectorCore, OneTickDrainsInItsFixedOrder) {
+    std::vector<std::string> order;
+    auto text = collector->CreateTextReactor();
+    text->SetCallback([&](const std::wstring&) { order.push_back("text"); });
+    auto button = collector->CreateButtonReactor(Button::Left, 0);
+    button->SetPressCallback([&](unsigned int, auto) { return order.push_back("button"), false; });
+    auto window = collector->CreateWindowReactor(WindowEvent::Close);
+    window->SetCallback([&] { order.push_back("window"); });
+    auto key = collector->CreateKeyReactor(Key::Backspace, 0);
+    key->SetPressCallback([&](auto) { return order.push_back("key"), false; });
+    key->SetHoldCallback([&](auto) { return order.push_back("hold"), false; });
+    collector->StartTextInput();
+    PushText("t");
+    PushButton(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_LEFT);
+    PushWindow(SDL_WINDOWEVENT_CLOSE);
+    Press(SDLK_BACKSPACE);
+    Deliver();
+    EXPECT_EQ(order, (std::vector<std::string>{"key", "window", "button", "text", "hold"}));
+}
+
 TEST_F(CollectorCore, TheTickerGoesOnWithoutPolling) {
     int holds = 0;
     auto key = collector->CreateKeyReactor(Key::A, 0);

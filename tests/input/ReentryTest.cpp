@@ -203,6 +203,26 @@ TEST_F(Reentry, RandomStreamsWhileCallbacksCreateAndDropReactors) {
     EXPECT_TRUE(probe.cursorTracers().empty());
 }
 
+// Appends to the vector under a running walk move its storage; the walk goes on by index and
+// reaches the new reactors, which lie ahead of it.
+TEST_F(Reentry, AppendsThatMoveTheVectorDoNotStrandTheWalk) {
+    int created = 0, called = 0;
+    std::vector<Zenk::IntrudablePointer<IWindowReactor>> made;
+    auto first = collector->CreateWindowReactor(WindowEvent::Close);
+    first->SetCallback([&] {
+        for (int i = 0; i < 40; ++i, ++created) {
+            made.push_back(collector->CreateWindowReactor(WindowEvent::Close));
+            made.back()->SetCallback([&] { ++called; });
+        }
+    });
+    PushWindow(SDL_WINDOWEVENT_CLOSE);
+    Deliver();
+    EXPECT_EQ(called, created);
+    made.clear();
+    first.Reset();
+    EXPECT_TRUE(probe.windowReactors().empty());
+}
+
 // The hold tick walks the held keys while callbacks drop the very reactors it walks.
 TEST_F(Reentry, AReactorDroppingItselfAndItsNeighbourInOneWalk) {
     std::vector<std::string> log;
