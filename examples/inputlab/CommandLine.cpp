@@ -52,8 +52,9 @@ std::string HelpText(const std::string& program, const po::options_description& 
     text << "Usage: " << program << " [options]\n\n"
          << "Opens the library's window, draws with Vulkan and prints one numbered line for every\n"
          << "callback the library makes. Keys: 1-3 background colour, Escape menu, Return full\n"
-         << "screen, F2 text input (Backspace on an empty line ends it), W A S D Q E and the\n"
-         << "modifiers light cells while held; the mouse moves the square, the wheel pulses.\n\n"
+         << "screen, F3 window size, F2 text input (Backspace on an empty line ends it), W A S D\n"
+         << "Q E and the modifiers light cells while held; the mouse moves the square, the wheel\n"
+         << "pulses.\n\n"
          << options;
     return text.str();
 }

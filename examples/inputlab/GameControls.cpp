@@ -98,6 +98,7 @@ void GameControls::MakeCommandKeys() {
     // otherwise answer at the level this very press has just entered and close the menu again.
     Command(Key::Escape, [this] { openMenu(); });
     Command(Key::Return, [this] { ToggleFullScreen(context); });
+    Command(Key::F3, [this] { NextWindowSize(); });
     Command(Key::F2, [this] {
         if (context.state.textInput)
             return;
@@ -184,6 +185,20 @@ void GameControls::MakeText() {
         context.state.typed += typed;
         context.log.LogInfo("Typed: " + ToUtf8(typed));
     });
+}
+
+void GameControls::NextWindowSize() {
+    // Sizes at and above the library's 700 x 700 floor; the window keeps the one chosen last and
+    // saves it at exit.
+    constexpr std::array<Window::Resolution, 3> sizes{{{1000, 1000}, {1280, 800}, {800, 700}}};
+    const Window::Resolution current = context.window.GetResolution();
+    std::size_t next = 0;
+    for (std::size_t index = 0; index < sizes.size(); ++index)
+        if (sizes[index] == current)
+            next = (index + 1) % sizes.size();
+    context.window.SetResolution(sizes[next]);
+    context.echo.Note("window size " + std::to_string(sizes[next].width) + "x" +
+                      std::to_string(sizes[next].height) + " asked for");
 }
 
 void GameControls::StopTextInput() {

@@ -15,8 +15,9 @@ namespace InputLab {
 /// echo layer (priority 1) hears every key that the game layer leaves.
 ///
 /// Game layer: Digit1-Digit3 choose the background, Escape opens the menu (a modal level of its
-/// own), Return toggles full screen, F2 starts text input, Backspace edits or ends the typed
-/// line; W A S D Q E and the modifiers light their cells while held. Typed text goes to the log.
+/// own), Return toggles full screen, F3 steps through window sizes, F2 starts text input, Backspace
+/// edits or ends the typed line; W A S D Q E and the modifiers light their cells while held. Typed
+/// text goes to the log.
 class GameControls {
 public:
     /// Priority of the game layer; the echo layer comes after it.
@@ -42,6 +43,7 @@ private:
     /// consumed, so the echo layer never hears the key.
     void Command(Window::Key key, std::function<void()> action);
 
+    void NextWindowSize();
     void StopTextInput();
 
     LabContext context;

@@ -89,6 +89,9 @@ void Lab::RunFrame(unsigned long long frame) {
 
     const auto now = Clock::now();
     const Window::Resolution drawable = window->GetDrawableSize();
+    if (drawable != lastDrawable && framesDrawn > 0)
+        echo.Note("drawable " + SizeText(drawable));
+    lastDrawable = drawable;
     const Scene scene = BuildScene(state, drawable, window->GetResolution(), now);
     if (renderer->Draw(scene, drawable)) {
         if (++framesDrawn == 1)

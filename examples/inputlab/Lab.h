@@ -69,6 +69,7 @@ private:
     unsigned long long ticksAtLastShow = 0;
     unsigned long long framesAtLastShow = 0;
     Clock::time_point lastShow{};
+    Window::Resolution lastDrawable{};
 };
 
 } // namespace InputLab

@@ -121,9 +121,9 @@ void Renderer::EnsureCopy(FrameSlot& slot, VkExtent2D extent) {
 bool Renderer::Draw(const Scene& scene, Window::Resolution drawable) {
     if (drawable.width == 0 || drawable.height == 0)
         return false;
-    if (outdated || drawable != builtFor) {
-        swapchain.Rebuild({drawable.width, drawable.height});
-        builtFor = drawable;
+    const VkExtent2D wanted{drawable.width, drawable.height};
+    if (outdated || !swapchain.Fits(wanted)) {
+        swapchain.Rebuild(wanted);
         outdated = false;
     }
 

@@ -70,9 +70,6 @@ private:
     std::array<FrameSlot, 2> slots{};
     std::size_t current = 0;
     std::optional<std::size_t> lastDrawn;
-    /// The drawable size the swapchain was last built for; the surface may have insisted on
-    /// another extent, which must not cause a rebuild every frame.
-    Window::Resolution builtFor{};
     bool outdated = true;
 };
 

@@ -81,6 +81,32 @@ Swapchain::~Swapchain() {
     vkDestroyRenderPass(context.Device(), renderPass, nullptr);
 }
 
+VkSurfaceCapabilitiesKHR Swapchain::Capabilities() const {
+    VkSurfaceCapabilitiesKHR capabilities{};
+    Check(vkGetPhysicalDeviceSurfaceCapabilitiesKHR(context.PhysicalDevice(), context.Surface(),
+                                                    &capabilities),
+          "vkGetPhysicalDeviceSurfaceCapabilitiesKHR");
+    return capabilities;
+}
+
+VkExtent2D Swapchain::Clamp(VkExtent2D wanted, const VkSurfaceCapabilitiesKHR& capabilities) {
+    return {std::clamp(wanted.width, capabilities.minImageExtent.width,
+                       capabilities.maxImageExtent.width),
+            std::clamp(wanted.height, capabilities.minImageExtent.height,
+                       capabilities.maxImageExtent.height)};
+}
+
+bool Swapchain::Fits(VkExtent2D wanted) const {
+    if (swapchain == VK_NULL_HANDLE)
+        return false;
+    if (wanted.width == extent.width && wanted.height == extent.height)
+        return true;
+    // Asked only while the two disagree, which is rare unless the window system keeps the window
+    // at another size than it reports (full screen without a window manager does).
+    const VkExtent2D possible = Clamp(wanted, Capabilities());
+    return possible.width == extent.width && possible.height == extent.height;
+}
+
 void Swapchain::DestroyImages() noexcept {
     const VkDevice device = context.Device();
     for (VkSemaphore semaphore : drawn)
@@ -99,10 +125,7 @@ void Swapchain::Rebuild(VkExtent2D wanted) {
     const VkDevice device = context.Device();
     Check(vkDeviceWaitIdle(device), "vkDeviceWaitIdle");
 
-    VkSurfaceCapabilitiesKHR capabilities{};
-    Check(vkGetPhysicalDeviceSurfaceCapabilitiesKHR(context.PhysicalDevice(), context.Surface(),
-                                                    &capabilities),
-          "vkGetPhysicalDeviceSurfaceCapabilitiesKHR");
+    const VkSurfaceCapabilitiesKHR capabilities = Capabilities();
     VkImageUsageFlags usage = VK_IMAGE_USAGE_COLOR_ATTACHMENT_BIT;
     if (readable) {
         if ((capabilities.supportedUsageFlags & VK_IMAGE_USAGE_TRANSFER_SRC_BIT) == 0)
@@ -110,10 +133,7 @@ void Swapchain::Rebuild(VkExtent2D wanted) {
                                      "copied, so no screenshot can be taken");
         usage |= VK_IMAGE_USAGE_TRANSFER_SRC_BIT;
     }
-    extent.width = std::clamp(wanted.width, capabilities.minImageExtent.width,
-                              capabilities.maxImageExtent.width);
-    extent.height = std::clamp(wanted.height, capabilities.minImageExtent.height,
-                               capabilities.maxImageExtent.height);
+    extent = Clamp(wanted, capabilities);
     std::uint32_t imageCount = capabilities.minImageCount + 1;
     if (capabilities.maxImageCount != 0)
         imageCount = std::min(imageCount, capabilities.maxImageCount);

@@ -26,6 +26,11 @@ public:
     /// size). Waits until the device is idle first. Throws `VulkanError`.
     void Rebuild(VkExtent2D wanted);
 
+    /// Whether a rebuild for `wanted` would give the extent the images already have. Asks the
+    /// surface: while a window is being resized, the surface can lag behind the window system's
+    /// report of the new size. Throws `VulkanError`.
+    bool Fits(VkExtent2D wanted) const;
+
     VkSwapchainKHR Handle() const noexcept { return swapchain; }
     VkExtent2D Extent() const noexcept { return extent; }
     VkFormat Format() const noexcept { return format.format; }
@@ -37,6 +42,8 @@ public:
     VkSemaphore Drawn(std::size_t index) const { return drawn.at(index); }
 
 private:
+    VkSurfaceCapabilitiesKHR Capabilities() const;
+    static VkExtent2D Clamp(VkExtent2D wanted, const VkSurfaceCapabilitiesKHR& capabilities);
     void DestroyImages() noexcept;
 
     const VulkanContext& context;

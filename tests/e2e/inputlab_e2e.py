@@ -1,0 +1,366 @@
+#!/usr/bin/env python3
+"""End-to-end test of the input lab: the real program, a real X server, real input.
+
+Each case starts the lab under an X server of its own (a private Xvfb when the Xvfb program is
+there, else the DISPLAY it was given), drives it with xdotool or an input script, and checks what
+it printed, the screenshot it wrote and the configuration file it left behind.
+
+    inputlab_e2e.py --lab PATH --png-probe PATH --x-close PATH [Errors|Script|RealInput]
+"""
+
+import argparse
+import os
+import re
+import shutil
+import subprocess
+import sys
+import tempfile
+import threading
+import time
+import tomllib
+import unittest
+
+TOOLS = None  # the paths given on the command line
+
+WAIT = 20  # seconds for anything the lab should do promptly; no case relies on it for timing
+
+# Colours of the lab's scene (Scene.cpp): what the screenshot must show.
+START_BACKGROUND = (32, 36, 44)
+DIGIT2_BACKGROUND = (24, 96, 48)
+DIGIT3_BACKGROUND = (112, 32, 32)
+SQUARE = (240, 240, 240)
+
+
+class XServer:
+    """A private Xvfb, so that input from one case can never reach another's window."""
+
+    def __init__(self):
+        self.process = None
+        self.display = os.environ.get("DISPLAY", "")
+        if shutil.which("Xvfb") is None:
+            if not self.display:
+                raise unittest.SkipTest("neither Xvfb nor a DISPLAY is available")
+            return
+        read, write = os.pipe()
+        self.process = subprocess.Popen(
+            ["Xvfb", "-displayfd", str(write), "-screen", "0", "1920x1080x24", "-nolisten", "tcp"],
+            pass_fds=(write,), stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        os.close(write)
+        with os.fdopen(read) as pipe:
+            number = pipe.readline().strip()
+        if not number:
+            self.process.kill()
+            raise RuntimeError("Xvfb did not start")
+        self.display = ":" + number
+
+    def stop(self):
+        if self.process is not None:
+            self.process.terminate()
+            self.process.wait(timeout=WAIT)
+
+
+class Lab:
+    """One run of the lab, whose console lines are collected as they come."""
+
+    def __init__(self, arguments, display, folder):
+        self.environment = dict(os.environ, DISPLAY=display, SDL_VIDEODRIVER="x11",
+                                LANG="C.UTF-8", XDG_CONFIG_HOME=folder)
+        self.process = subprocess.Popen([TOOLS.lab] + arguments, stdout=subprocess.PIPE,
+                                        stderr=subprocess.PIPE, env=self.environment, text=True,
+                                        encoding="utf-8", errors="replace")
+        self.lines = []
+        self.changed = threading.Condition()
+        self.reader = threading.Thread(target=self._read, daemon=True)
+        self.reader.start()
+        self.errors = ""
+
+    def _read(self):
+        for line in self.process.stdout:
+            with self.changed:
+                self.lines.append(line.rstrip("\n"))
+                self.changed.notify_all()
+
+    def wait_for(self, pattern, timeout=WAIT):
+        """The first console line matching `pattern`; fails the case after `timeout`."""
+        expression = re.compile(pattern)
+        deadline = time.monotonic() + timeout
+        with self.changed:
+            while True:
+                for line in self.lines:
+                    if expression.search(line):
+                        return line
+                left = deadline - time.monotonic()
+                if left <= 0 or self.process.poll() is not None and not self.reader.is_alive():
+                    raise AssertionError("the lab never printed /%s/; it printed:\n%s" %
+                                         (pattern, "\n".join(self.lines)))
+                self.changed.wait(min(left, 0.5))
+
+    def finish(self, timeout=WAIT):
+        """Waits for the end; returns the exit code."""
+        try:
+            code = self.process.wait(timeout=timeout)
+        except subprocess.TimeoutExpired:
+            self.process.kill()
+            self.process.wait()
+            raise AssertionError("the lab did not end; it printed:\n" + "\n".join(self.lines))
+        self.reader.join(timeout=WAIT)
+        self.errors = self.process.stderr.read()
+        self.process.stdout.close()
+        self.process.stderr.close()
+        return code
+
+    def printed(self, pattern):
+        with self.changed:
+            return [line for line in self.lines if re.search(pattern, line)]
+
+    def tool(self, *command):
+        return subprocess.run(list(command), env=self.environment, check=True, timeout=WAIT,
+                              capture_output=True, text=True).stdout.strip()
+
+
+def run_lab(arguments, folder):
+    """A run that needs no display, for the paths that fail before the window opens."""
+    result = subprocess.run([TOOLS.lab] + arguments, capture_output=True, text=True,
+                            timeout=WAIT, env=dict(os.environ, XDG_CONFIG_HOME=folder))
+    return result.returncode, result.stdout, result.stderr
+
+
+def png_size(path):
+    width, height = subprocess.run([TOOLS.png_probe, path], check=True, capture_output=True,
+                                   text=True, timeout=WAIT).stdout.split()
+    return int(width), int(height)
+
+
+def png_pixel(path, x, y):
+    values = subprocess.run([TOOLS.png_probe, path, str(x), str(y)], check=True,
+                            capture_output=True, text=True, timeout=WAIT).stdout.split()
+    return tuple(int(value) for value in values)
+
+
+def read_config(path):
+    with open(path, "rb") as file:
+        return tomllib.load(file)
+
+
+class Case(unittest.TestCase):
+    def setUp(self):
+        self.folder = tempfile.mkdtemp(prefix="inputlab_e2e_")
+        self.addCleanup(shutil.rmtree, self.folder, ignore_errors=True)
+        self.config = os.path.join(self.folder, "config.toml")
+        self.screenshot = os.path.join(self.folder, "last.png")
+
+    def path(self, name):
+        return os.path.join(self.folder, name)
+
+    def write(self, name, text):
+        with open(self.path(name), "w", encoding="utf-8") as file:
+            file.write(text)
+        return self.path(name)
+
+    def assertOneMessage(self, errors, *parts):
+        lines = [line for line in errors.splitlines() if line.strip()]
+        self.assertEqual(len(lines), 1, "expected one message, got:\n" + errors)
+        for part in parts:
+            self.assertIn(part, lines[0])
+
+
+class Errors(Case):
+    """What the lab refuses: each gives one message, a non-zero exit, and writes nothing."""
+
+    def test_help_describes_every_option(self):
+        code, out, _ = run_lab(["--help"], self.folder)
+        self.assertEqual(code, 0)
+        for option in ("--config", "--frames", "--screenshot", "--script", "--log", "--help"):
+            self.assertIn(option, out)
+
+    def test_unknown_option(self):
+        code, out, errors = run_lab(["--fast"], self.folder)
+        self.assertEqual(code, 2)
+        self.assertEqual(out, "")
+        self.assertOneMessage(errors, "--fast")
+
+    def test_bad_frame_count(self):
+        code, _, errors = run_lab(["--frames", "ten"], self.folder)
+        self.assertEqual(code, 2)
+        self.assertOneMessage(errors, "--frames", "ten")
+
+    def test_corrupt_config_is_named_and_left_alone(self):
+        corrupt = "[Window\nResolution = '{900,800}'\n"
+        self.write("config.toml", corrupt)
+        code, _, errors = run_lab(["--config", self.config, "--frames", "1"], self.folder)
+        self.assertEqual(code, 1)
+        self.assertOneMessage(errors, self.config, "line 1")
+        with open(self.config, encoding="utf-8") as file:
+            self.assertEqual(file.read(), corrupt)
+
+    def test_bad_script_line_names_file_and_line(self):
+        script = self.write("tour.txt", "# tour\nkey down a\nkey down nokey\n")
+        code, _, errors = run_lab(["--config", self.config, "--script", script], self.folder)
+        self.assertEqual(code, 2)
+        self.assertOneMessage(errors, script, "line 3", "nokey")
+        self.assertFalse(os.path.exists(self.config))
+
+    def test_missing_script(self):
+        missing = self.path("missing.txt")
+        code, _, errors = run_lab(["--config", self.config, "--script", missing], self.folder)
+        self.assertEqual(code, 2)
+        self.assertOneMessage(errors, missing)
+
+
+class OnDisplay(Case):
+    def setUp(self):
+        super().setUp()
+        self.server = XServer()
+        self.addCleanup(self.server.stop)
+
+    def start(self, *arguments):
+        lab = Lab(["--config", self.config, "--screenshot", self.screenshot] + list(arguments),
+                  self.server.display, self.folder)
+        self.addCleanup(self.stop, lab)
+        return lab
+
+    @staticmethod
+    def stop(lab):
+        if lab.process.poll() is None:
+            lab.process.kill()
+            lab.finish()
+
+    def park_pointer(self):
+        """Moves the real pointer where no window is, so that no real motion mixes in."""
+        subprocess.run(["xdotool", "mousemove", "1915", "1075"], check=True, timeout=WAIT,
+                       env=dict(os.environ, DISPLAY=self.server.display))
+
+
+class Script(OnDisplay):
+    """Scripted runs: the same input every time, checked in the picture and the config."""
+
+    def test_scripted_tour(self):
+        self.park_pointer()
+        script = self.write("tour.txt", "\n".join([
+            "wait 3",
+            "key down 2", "key up 2",          # game level: the background turns green
+            "motion 300 400", "wait 3",        # the square follows
+            "key down Escape", "key up Escape", "wait 3",
+            "key down 3", "key up 3",          # menu level: the game's digits are silent
+            "key down Down", "key up Down", "wait 3",
+            "key down Escape", "key up Escape", "wait 3",
+            "key down F2", "key up F2", "wait 3",
+            "text é", "wait 3",
+            "window close",
+        ]) + "\n")
+        lab = self.start("--script", script, "--frames", "600")
+        self.assertEqual(lab.finish(), 0, lab.errors)
+        lab.wait_for(r"key press Digit2 \(priority 0, level 0\)")
+        lab.wait_for(r"key press Down \(priority 10, level 1\)")
+        self.assertEqual(lab.printed("Digit3"), [])
+        lab.wait_for(r'text "é" U\+00E9 \(level 0\)')
+        lab.wait_for(r"window Close")
+        self.assertIn("Typed: é", lab.errors)  # the message log
+        self.assertEqual(png_size(self.screenshot), (1000, 1000))
+        self.assertEqual(png_pixel(self.screenshot, 700, 300), DIGIT2_BACKGROUND)
+        self.assertEqual(png_pixel(self.screenshot, 300, 400), SQUARE)
+        self.assertEqual(png_pixel(self.screenshot, 500, 500), DIGIT2_BACKGROUND)
+        window = read_config(self.config)["Window"]
+        self.assertEqual(window["Resolution"], "{1000,1000}")
+        self.assertEqual(window["FullScreen"], "0")
+
+    def test_size_comes_from_the_config_and_goes_back(self):
+        self.write("config.toml", "[Window]\nResolution = '{900,800}'\n")
+        lab = self.start("--frames", "5")
+        self.assertEqual(lab.finish(), 0, lab.errors)
+        self.assertEqual(png_size(self.screenshot), (900, 800))
+        self.assertEqual(png_pixel(self.screenshot, 700, 300), START_BACKGROUND)
+        self.assertEqual(read_config(self.config)["Window"]["Resolution"], "{900,800}")
+
+    def test_resize_rebuilds_the_swapchain_and_is_saved(self):
+        self.park_pointer()
+        script = self.write("resize.txt", "wait 3\nkey down F3\nkey up F3\nwait 20\n"
+                                          "key down 3\nkey up 3\nwait 5\nwindow close\n")
+        lab = self.start("--script", script, "--frames", "600")
+        self.assertEqual(lab.finish(), 0, lab.errors)
+        lab.wait_for("-- drawable 1280x800")
+        self.assertEqual(png_size(self.screenshot), (1280, 800))
+        self.assertEqual(png_pixel(self.screenshot, 1200, 300), DIGIT3_BACKGROUND)
+        self.assertEqual(read_config(self.config)["Window"]["Resolution"], "{1280,800}")
+
+    def test_full_screen_is_saved(self):
+        # Without a window manager the X window keeps its size, so only the saved state and a
+        # lab that goes on drawing are checked here.
+        self.park_pointer()
+        script = self.write("full.txt", "wait 3\nkey down Return\nkey up Return\nwait 20\n"
+                                        "key down 3\nkey up 3\nwait 5\nwindow close\n")
+        lab = self.start("--script", script, "--frames", "600")
+        self.assertEqual(lab.finish(), 0, lab.errors)
+        lab.wait_for("full screen on")
+        self.assertEqual(png_pixel(self.screenshot, 700, 300), DIGIT3_BACKGROUND)
+        window = read_config(self.config)["Window"]
+        self.assertEqual(window["FullScreen"], "1")
+        self.assertRegex(window["Resolution"], r"^\{\d+,\d+\}$")
+
+
+class RealInput(OnDisplay):
+    """Real X input through xdotool, as a person at the keyboard would give it."""
+
+    def test_keyboard_mouse_menu_text_and_close(self):
+        lab = self.start()
+        lab.wait_for(r"^-- ready")
+        window = lab.tool("xdotool", "search", "--sync", "--name", "Tavrino").split()[0]
+
+        lab.tool("xdotool", "key", "2")
+        lab.wait_for(r"key release Digit2 \(priority 0, level 0\)")
+        self.assertEqual(lab.printed(r"Digit2 \(priority 1"), [])  # consumed by priority 0
+
+        lab.tool("xdotool", "key", "w")  # not consumed: both layers hear it
+        lab.wait_for(r"key press W \(priority 0, level 0\)")
+        lab.wait_for(r"key press W \(priority 1, level 0\)")
+
+        lab.tool("xdotool", "mousemove", "--window", window, "200", "300")
+        lab.wait_for(r"cursor 200,300 \(priority 0\)")
+        lab.tool("xdotool", "click", "1")
+        lab.wait_for(r"button release Left")
+        lab.tool("xdotool", "click", "4")
+        lab.wait_for(r"button press WheelUp")
+
+        lab.tool("xdotool", "key", "Escape")
+        lab.wait_for(r"menu opened: modal level 1")
+        lab.tool("xdotool", "key", "3", "w", "Down")
+        lab.wait_for(r"key press Down \(priority 10, level 1\)")
+        self.assertEqual(lab.printed("Digit3"), [])
+        self.assertEqual(len(lab.printed(r"key press W ")), 2)  # only the two from before
+        lab.tool("xdotool", "click", "3")  # buttons answer at every level
+        lab.wait_for(r"button press Right")
+        lab.tool("xdotool", "key", "Escape")
+        lab.wait_for(r"menu closed: modal level 0")
+
+        lab.tool("xdotool", "key", "F2")
+        lab.wait_for(r"text input on")
+        lab.tool("xdotool", "type", "--delay", "100", "é")
+        lab.wait_for(r'text "é" U\+00E9 \(level 0\)')
+        lab.tool("xdotool", "key", "BackSpace")
+        lab.tool("xdotool", "key", "BackSpace")
+        lab.wait_for(r"text input off")
+
+        lab.tool(TOOLS.x_close, window)
+        self.assertEqual(lab.finish(), 0, lab.errors)
+        lab.wait_for(r"window Close")
+        self.assertEqual(png_pixel(self.screenshot, 700, 300), DIGIT2_BACKGROUND)
+        self.assertEqual(png_pixel(self.screenshot, 200, 300), SQUARE)
+        window = read_config(self.config)["Window"]
+        self.assertEqual(window["Resolution"], "{1000,1000}")
+        self.assertEqual(window["FullScreen"], "0")
+
+
+def main():
+    global TOOLS
+    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
+    parser.add_argument("--lab", required=True)
+    parser.add_argument("--png-probe", required=True)
+    parser.add_argument("--x-close", required=True)
+    parser.add_argument("cases", nargs="*", help="test classes or Class.test_name")
+    TOOLS, rest = parser.parse_known_args()
+    argv = [sys.argv[0], "-v"] + TOOLS.cases + rest
+    unittest.main(module=__name__, argv=argv)
+
+
+if __name__ == "__main__":
+    main()
