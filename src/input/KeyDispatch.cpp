@@ -2,6 +2,7 @@
 
 #include "input/InputCollectorImpl.h"
 #include "input/LentCallback.h"
+#include "input/PriorityWalk.h"
 #include "input/Translation.h"
 #include "reactors/ButtonReactorImpl.h"
 #include "reactors/KeyReactorImpl.h"
@@ -51,25 +52,16 @@ void InputCollectorImpl::DispatchKeyDown(const SDL_Event& event) {
     KeyWalk(key, &KeyReactorImpl::pressCallback);
 }
 
-// Returns true when the stop rule ended the walk: after a consuming callback, the first reactor
-// of another priority is not called. Reactors of other modal levels do not take part at all.
+// Reactors of other modal levels do not take part at all: they neither run nor stop the walk.
 bool InputCollectorImpl::KeyWalk(Key key, KeyCallback KeyReactorImpl::*callback) {
     WalkScope walk(*this);
-    const auto& reactors = keyReactors[key];
-    unsigned short lastPriority = 0;
-    bool consumed = false;
-    for (auto entry = reactors.begin(); entry != reactors.end(); ++entry) {
-        KeyReactorImpl* reactor = entry->second;
-        if (reactor == nullptr || reactor->modalLevel != modalLevel)
-            continue;
-        if (entry->first != lastPriority && consumed)
-            return true;
-        LentCallback call(reactor, callback);
-        if (call(heldModes)) // each callback gets a copy of its own
-            consumed = true;
-        lastPriority = entry->first;
-    }
-    return false;
+    return PriorityWalk(
+        keyReactors[key],
+        [this](const KeyReactorImpl& reactor) { return reactor.modalLevel != modalLevel; },
+        [this, callback](KeyReactorImpl* reactor) {
+            LentCallback call(reactor, callback);
+            return call(heldModes); // each callback gets a copy of its own
+        });
 }
 
 void InputCollectorImpl::ModeCall(Mode mode, ModeCallback ModeReactorImpl::*callback) {

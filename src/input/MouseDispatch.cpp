@@ -2,6 +2,7 @@
 
 #include "input/InputCollectorImpl.h"
 #include "input/LentCallback.h"
+#include "input/PriorityWalk.h"
 #include "input/Translation.h"
 #include "reactors/ButtonReactorImpl.h"
 #include "reactors/CursorTracerImpl.h"
@@ -48,24 +49,15 @@ void InputCollectorImpl::DrainButtonQueue() {
     std::vector<SDL_Event>().swap(buttonEvents);
 }
 
-// The key walk without the modal level; returns true when the stop rule ended it.
+// The modal level plays no part: nothing is skipped.
 bool InputCollectorImpl::ButtonWalk(Button button, ButtonCallback ButtonReactorImpl::*callback) {
     WalkScope walk(*this);
-    const auto& reactors = buttonReactors[button];
-    unsigned short lastPriority = 0;
-    bool consumed = false;
-    for (auto entry = reactors.begin(); entry != reactors.end(); ++entry) {
-        ButtonReactorImpl* reactor = entry->second;
-        if (reactor == nullptr)
-            continue;
-        if (entry->first != lastPriority && consumed)
-            return true;
-        LentCallback call(reactor, callback);
-        if (call(pulse, heldModes))
-            consumed = true;
-        lastPriority = entry->first;
-    }
-    return false;
+    return PriorityWalk(
+        buttonReactors[button], [](const ButtonReactorImpl&) { return false; },
+        [this, callback](ButtonReactorImpl* reactor) {
+            LentCallback call(reactor, callback);
+            return call(pulse, heldModes);
+        });
 }
 
 void InputCollectorImpl::DispatchCursor(const SDL_Event& event) {
@@ -76,20 +68,13 @@ void InputCollectorImpl::DispatchCursor(const SDL_Event& event) {
         static_cast<short>(static_cast<Uint16>(event.motion.x)),
         static_cast<short>(static_cast<Uint16>(event.motion.y))};
     WalkScope walk(*this);
-    unsigned short lastPriority = 0;
-    bool consumed = false;
-    for (auto entry = cursorTracers.begin(); entry != cursorTracers.end(); ++entry) {
-        CursorTracerImpl* tracer = entry->second;
-        if (tracer == nullptr)
-            continue;
-        if (entry->first != lastPriority && consumed)
-            return;
-        tracer->position = position; // stored first: GetPosition inside the callback sees it
-        LentCallback call(tracer, &CursorTracerImpl::callback);
-        if (call(position, heldModes))
-            consumed = true;
-        lastPriority = entry->first;
-    }
+    PriorityWalk(
+        cursorTracers, [](const CursorTracerImpl&) { return false; },
+        [this, position](CursorTracerImpl* tracer) {
+            tracer->position = position; // stored first: GetPosition inside the callback sees it
+            LentCallback call(tracer, &CursorTracerImpl::callback);
+            return call(position, heldModes);
+        });
 }
 
 } // namespace Window

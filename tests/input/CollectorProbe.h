@@ -22,6 +22,11 @@ public:
     auto& textEvents() { return c.textEvents; }
     auto& windowEvents() { return c.windowEvents; }
     auto& buttonEvents() { return c.buttonEvents; }
+    // No registry holds an entry, not even an empty container.
+    bool registriesEmpty() const {
+        return c.keyReactors.empty() && c.modeReactors.empty() && c.textReactors.empty() &&
+               c.buttonReactors.empty() && c.cursorTracers.empty() && c.windowReactors.empty();
+    }
     bool hasTicker() const { return static_cast<bool>(c.ticker); }
     unsigned char modalLevel() const { return c.modalLevel; }
 

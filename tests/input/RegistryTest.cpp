@@ -17,20 +17,6 @@ std::vector<long long> IdsIn(const std::multimap<unsigned short, KeyReactorImpl*
     return ids;
 }
 
-TEST_F(Registry, KeyReactorsRunByPriorityThenCreationOrder) {
-    std::vector<int> calls;
-    std::vector<Zenk::IntrudablePointer<IKeyReactor>> reactors;
-    const unsigned short priorities[] = {5, 0, 5, 65535, 1};
-    for (int i = 0; i < 5; ++i) {
-        reactors.push_back(collector->CreateKeyReactor(Key::A, priorities[i]));
-        reactors.back()->SetPressCallback([&calls, i](auto) { return calls.push_back(i), false; });
-    }
-    Press(SDLK_a);
-    Deliver();
-    EXPECT_EQ(calls, (std::vector<int>{1, 4, 0, 2, 3})) << "65535 is the back, not -1";
-    EXPECT_EQ(IdsIn(probe.keyReactors()[Key::A]), (std::vector<long long>{2, 5, 1, 3, 4}));
-}
-
 TEST_F(Registry, EveryReactorTakesAFreshIdAndTheCurrentLevel) {
     auto first = collector->CreateTextReactor();
     collector->PushModalLevel();
@@ -51,12 +37,7 @@ TEST_F(Registry, ADiscardedHandleLeavesNothingBehind) {
     collector->CreateCursorTracer(0);
     collector->CreateTextReactor();
     collector->CreateWindowReactor(WindowEvent::Close);
-    EXPECT_TRUE(probe.keyReactors().empty());
-    EXPECT_TRUE(probe.modeReactors().empty());
-    EXPECT_TRUE(probe.buttonReactors().empty());
-    EXPECT_TRUE(probe.cursorTracers().empty());
-    EXPECT_TRUE(probe.textReactors().empty());
-    EXPECT_TRUE(probe.windowReactors().empty());
+    EXPECT_TRUE(probe.registriesEmpty());
 }
 
 TEST_F(Registry, AReactorLivesUntilItsLastHandle) {
@@ -141,24 +122,7 @@ TEST_F(Registry, WithoutAnIdGeneratorNothingIsMade) {
     EXPECT_THROW(collector->CreateCursorTracer(0), Zenk::MissingInstance);
     EXPECT_THROW(collector->CreateTextReactor(), Zenk::MissingInstance);
     EXPECT_THROW(collector->CreateWindowReactor(WindowEvent::Close), Zenk::MissingInstance);
-    EXPECT_TRUE(probe.keyReactors().empty());
-    EXPECT_TRUE(probe.modeReactors().empty());
-    EXPECT_TRUE(probe.buttonReactors().empty());
-    EXPECT_TRUE(probe.cursorTracers().empty());
-    EXPECT_TRUE(probe.textReactors().empty());
-    EXPECT_TRUE(probe.windowReactors().empty());
-}
-
-TEST_F(Registry, ReactorsForValuesNoEventGivesAreNeverCalled) {
-    bool called = false;
-    auto none = collector->CreateKeyReactor(Key::None, 0);
-    none->SetPressCallback([&](auto) { return called = true; });
-    auto reserved = collector->CreateWindowReactor(WindowEvent::Reserved);
-    reserved->SetCallback([&] { called = true; });
-    Press(SDLK_SPACE);
-    PushWindow(SDL_WINDOWEVENT_RESTORED);
-    Deliver();
-    EXPECT_FALSE(called);
+    EXPECT_TRUE(probe.registriesEmpty());
 }
 
 } // namespace
