@@ -1,7 +1,6 @@
 #include "Lab.h"
 
 #include "Scene.h"
-#include "VocabularyNames.h"
 
 #include <algorithm>
 #include <thread>
@@ -62,10 +61,9 @@ void Lab::Run(const std::atomic<bool>& interrupted) {
         RunFrame(frame);
         if (options.frames && frame + 1 >= *options.frames)
             break;
-        // Software rendering under a virtual display does not wait for a vertical blank, so the
-        // loop keeps its own beat rather than spin a core.
-        // A late frame is made up by the next one's shorter wait; a loop that fell a whole frame
-        // behind starts its beat anew instead of hurrying through a burst.
+        // Presentation need not wait for a vertical blank (a virtual display has none), so the
+        // loop keeps its own beat rather than spin a core. A late frame is made up by a shorter
+        // wait; a loop a whole frame behind starts its beat anew instead of hurrying in a burst.
         next += framePeriod;
         const auto now = Clock::now();
         if (next + framePeriod < now)
