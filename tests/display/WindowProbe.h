@@ -9,13 +9,10 @@
 
 namespace Probe {
 
-/// Fails the calling test when there is no X display: these tests need a real one.
-void RequireDisplay();
-
 /// The SDL window whose native handle is `handle`, or null when SDL has none (any more).
 SDL_Window* SdlWindowOf(Window::NativeHandle handle);
 
-/// The width that the X server gives the window `handle`, or -1 when it knows no such window.
+/// The width that the X server gives the window `handle` (an unknown id ends the process).
 int X11WidthOf(Window::NativeHandle handle);
 
 /// Marks the window hidden as a window manager would (_NET_WM_STATE_HIDDEN) and pumps SDL's
