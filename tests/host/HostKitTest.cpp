@@ -1,0 +1,253 @@
+// The host kit's services, each on its own (files in a folder of the test case, a clock moved by
+// hand), and the bootstrap that stands them up with the window library.
+#include "HostTest.h"
+
+#include <host/Bootstrap.h>
+#include <zenkbase/singleton.h>
+
+#include <regex>
+#include <stdexcept>
+#include <vector>
+
+namespace {
+
+using namespace HostTests;
+using ::testing::HasSubstr;
+
+class ConfigFileTest : public FolderTest {
+protected:
+    const fs::path path = folder / "settings" / "engine.toml";
+};
+
+TEST_F(ConfigFileTest, WritesSurviveIntoTheNextInstanceWithoutATemporaryFileLeft) {
+    {
+        Host::ConfigFile config(path);
+        config.WriteText("Window/FullScreen", "1");
+        config.WriteText("Window/Visible", "0");
+        config.WriteText("Window/Input/PollRate", "90");
+        EXPECT_FALSE(fs::exists(path.string() + ".tmp")) << "the temporary file must be renamed";
+    }
+    Host::ConfigFile next(path);
+    EXPECT_EQ(next.ReadInteger("Window/FullScreen", 7), 1);
+    EXPECT_EQ(next.ReadInteger("Window/Visible", 7), 0);
+    EXPECT_EQ(next.ReadInteger("Window/Input/PollRate", 60), 90);
+    EXPECT_THAT(Stored(path), HasSubstr("[Window.Input]"));
+}
+
+class ConfigFileValueTest
+    : public ConfigFileTest,
+      public ::testing::WithParamInterface<std::pair<const char*, const char*>> {};
+
+// Each row: a hand-written TOML value, and what ReadInteger gives or how it is refused.
+TEST_P(ConfigFileValueTest, HandWrittenValueReadsAsAnIntegerOrIsRefused) {
+    const auto [stored, integer] = GetParam();
+    Store(path, std::string("[Section]\nKey = ") + stored + "\n");
+    Host::ConfigFile config(path);
+    const std::string refusal = "Configuration key \"Section/Key\" in \"" + path.string() + "\" ";
+    EXPECT_EQ(Outcome([&] { return std::to_string(config.ReadInteger("Section/Key", -1)); }),
+              std::string(integer).rfind("holds", 0) ? integer : refusal + integer);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Values, ConfigFileValueTest,
+    ::testing::Values(std::pair{"\"-40\"", "-40"}, std::pair{"true", "1"},
+                      std::pair{"\"12px\"", "holds \"12px\", which is not an integer"},
+                      std::pair{"2147483648", "holds 2147483648, which is not an integer"},
+                      std::pair{"[1, 2]", "holds an array, not a value"}));
+
+TEST_F(ConfigFileTest, CorruptFileIsReportedWithItsNameAndLineAndLeftAsItWas) {
+    const std::string corrupt = "[Window]\nResolution = \"{800,600}\"\nFullScreen = \n";
+    Store(path, corrupt);
+    EXPECT_THAT(Outcome([&] { Host::ConfigFile config(path); }),
+                HasSubstr(path.string() + "\" is not valid TOML at line 3, column 14: "));
+    EXPECT_EQ(Stored(path), corrupt);
+}
+
+TEST_F(ConfigFileTest, WriteThroughAValueIsRefusedAndTheFileKept) {
+    Store(path, "Value = 3\n");
+    Host::ConfigFile config(path);
+    EXPECT_EQ(Outcome([&] { config.WriteText("Value/Sub", "x"); }),
+              "Configuration key \"Value/Sub\" in \"" + path.string() +
+                  "\": \"Value\" is not a table");
+    EXPECT_EQ(Stored(path), "Value = 3\n");
+}
+
+using MessageLogTest = FolderTest;
+
+TEST_F(MessageLogTest, RecordsCarryTheirLevelAndReachTheFileAtOnceAcrossSessions) {
+    const fs::path file = folder / "logs" / "session.log";
+    Host::MessageLog({false, file}).LogInfo("Creating window: 100% {} {0}");
+    Host::MessageLog log({false, file}); // appends
+    log.LogError("Failed to set fullscreen mode\n->\tno display");
+    // Still open: every record must already be in the file.
+    const std::regex stamp(R"(\[\d{4}-\d\d-\d\d \d\d:\d\d:\d\d\.\d{3}\] )");
+    EXPECT_EQ(std::regex_replace(Stored(file), stamp, "<stamp>"),
+              "<stamp>[info] Creating window: 100% {} {0}\n"
+              "<stamp>[error] Failed to set fullscreen mode\n->\tno display\n");
+}
+
+TEST(RuntimeUniqueIdTest, IdsIncreaseAcrossInstances) {
+    Host::RuntimeUniqueId first, second; // as when a host makes a new generator
+    const long long a = first.NextId(), b = second.NextId(), c = first.NextId();
+    EXPECT_TRUE(0 < a && a < b && b < c) << a << " " << b << " " << c;
+}
+
+using Ticks = std::vector<unsigned long long>;
+
+/// A frame utility on a clock that only the test moves, so no case depends on real time.
+class FrameUtilityTest : public ::testing::Test {
+protected:
+    unsigned long long now = 1000;
+    Host::FrameUtility frames{[this] { return now; }};
+
+    Zenk::IntrudablePointer<Common::ITicker> Recording(unsigned long long period, Ticks& into) {
+        auto ticker = frames.MakeTicker(period);
+        ticker->SetTickCallback([&into](unsigned long long at) { into.push_back(at); });
+        return ticker;
+    }
+    void PumpAt(unsigned long long at) {
+        now = at;
+        frames.Pump();
+    }
+};
+
+struct ScheduleRow {
+    unsigned long long period;
+    Ticks pumps, fired; // clock readings of the pumps, the ticker being made at 1000
+};
+
+class FrameUtilityScheduleTest : public FrameUtilityTest,
+                                 public ::testing::WithParamInterface<ScheduleRow> {};
+
+TEST_P(FrameUtilityScheduleTest, FiresWhenDueAtMostOncePerPumpAndDropsMissedPeriods) {
+    Ticks fired;
+    const auto ticker = Recording(GetParam().period, fired);
+    for (const auto at : GetParam().pumps)
+        PumpAt(at);
+    EXPECT_EQ(fired, GetParam().fired);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Rows, FrameUtilityScheduleTest,
+    ::testing::Values(ScheduleRow{100, {1000, 1099}, {}},
+                      ScheduleRow{100, {1050, 1100, 1150, 1199, 1200}, {1100, 1200}},
+                      // Slightly late pumps keep the beat: the grid, not the pump, sets the next.
+                      ScheduleRow{100, {1130, 1210, 1300}, {1130, 1210, 1300}},
+                      // A stall of many periods gives one tick, the next a whole period later.
+                      ScheduleRow{100, {1950, 1960, 2049, 2050}, {1950, 2050}},
+                      ScheduleRow{0, {1000, 1000, 1001}, {1000, 1000, 1001}}));
+
+TEST_F(FrameUtilityTest, DroppedTickerStopsEvenWhenDroppedInsideACallback) {
+    Ticks fired;
+    auto plain = Recording(10, fired);
+    Zenk::IntrudablePointer<Common::ITicker> victim;
+    auto self = frames.MakeTicker(10);
+    self->SetTickCallback([&](unsigned long long) {
+        victim.Reset(); // made later, so not yet called in this pump
+        self.Reset();   // destroys the ticker and this function while the call runs
+    });
+    victim = Recording(10, fired);
+    PumpAt(1010);
+    plain.Reset();
+    PumpAt(1020);
+    EXPECT_EQ(fired, Ticks{1010});
+    EXPECT_EQ(frames.TickerCount(), 0u);
+    auto orphan = Host::FrameUtility().MakeTicker(1);
+    orphan.Reset(); // must not touch its dead frame utility
+}
+
+TEST_F(FrameUtilityTest, TickerMadeInACallbackWaitsAndOneThatThrowsIsRescheduled) {
+    Ticks fired;
+    auto silent = frames.MakeTicker(0); // without a callback it is never called
+    Zenk::IntrudablePointer<Common::ITicker> late;
+    auto thrower = frames.MakeTicker(10);
+    thrower->SetTickCallback([&](unsigned long long) {
+        if (!late)
+            late = Recording(5, fired);
+        throw std::runtime_error("reactor failed");
+    });
+    EXPECT_THROW(PumpAt(1010), std::runtime_error);
+    EXPECT_EQ(frames.TimeToNextTick(), 5u);
+    PumpAt(1015); // the new ticker's first period; the thrower is next due at 1020
+    EXPECT_EQ(fired, Ticks{1015});
+    EXPECT_THROW(PumpAt(1020), std::runtime_error);
+    PumpAt(1021); // the ticker after the thrower stayed due
+    EXPECT_EQ(fired, (Ticks{1015, 1021}));
+}
+
+using Journal = std::vector<std::string>;
+
+std::string Registered() {
+    return std::to_string(Zenk::Singleton<Common::Config::SConfigFile>().Exists() +
+                          Zenk::Singleton<Common::Log::SMessageLog>().Exists() +
+                          Zenk::Singleton<Common::Unique::SRuntimeUniqueId>().Exists() +
+                          Zenk::Singleton<Common::SFrameUtility>().Exists() +
+                          Zenk::Singleton<Window::SWindowFactory>().Exists());
+}
+
+/// A stand-in window factory that notes how many of the five instances stand in the instance
+/// storage when it is made and deleted, so that the order of start-up is seen without a window
+/// system.
+class WatchingFactory : public Window::SWindowFactory {
+public:
+    explicit WatchingFactory(Journal& journal) : journal(journal) {
+        journal.push_back("factory made with " + Registered());
+    }
+    ~WatchingFactory() override { journal.push_back("factory deleted with " + Registered()); }
+    Zenk::IntrudablePointer<Window::IWindow> CreateWindow() override { return nullptr; }
+
+private:
+    Journal& journal;
+};
+
+class BootstrapTest : public FolderTest {
+protected:
+    /// The message of the failure, after checking that the storage is as it was.
+    std::string FailureOf() {
+        const std::string message = Outcome([this] { Host::Bootstrap(settings, library); });
+        EXPECT_EQ(Registered(), "0");
+        return message;
+    }
+
+    /// The library's own collector, made once: it is never destroyed.
+    Window::SInputCollector* Collector() {
+        journal.push_back("collector made with " + Registered());
+        static auto* const collector = Window::ManufactureInputCollector();
+        return collector;
+    }
+
+    Host::BootstrapSettings settings{folder / "engine.toml", {false, folder / "engine.log"}};
+    Journal journal;
+    Host::LibraryEntryPoints library{[this] { return new WatchingFactory(journal); },
+                                     [this] { return Collector(); }};
+};
+
+TEST_F(BootstrapTest, StartsServicesThenFactoryThenCollectorAndStopsInReverse) {
+    {
+        Host::Bootstrap bootstrap(settings, library);
+        EXPECT_EQ(Zenk::Singleton<Window::SWindowFactory>().Instance(), &bootstrap.WindowFactory());
+    }
+    // The factory leaves the storage before it goes, and goes before every service.
+    EXPECT_EQ(journal,
+              (Journal{"factory made with 4", "collector made with 5", "factory deleted with 4"}));
+    EXPECT_EQ(Registered(), "0");
+}
+
+TEST_F(BootstrapTest, FailureOfALaterStepUndoesTheEarlierOnes) {
+    library.manufactureInputCollector = []() -> Window::SInputCollector* {
+        throw std::runtime_error("Multiple instances of SInputCollector");
+    };
+    EXPECT_EQ(FailureOf(), "Multiple instances of SInputCollector");
+    EXPECT_EQ(journal, (Journal{"factory made with 4", "factory deleted with 4"}));
+    library.manufactureWindowFactory = [] { return nullptr; };
+    EXPECT_EQ(FailureOf(), "The window library gave no window factory");
+}
+
+TEST_F(BootstrapTest, CorruptConfigurationFailsBeforeTheFactoryIsMade) {
+    Store(settings.configFile, "[Window\n");
+    EXPECT_THAT(FailureOf(),
+                HasSubstr(settings.configFile.string() + "\" is not valid TOML at line 1"));
+    EXPECT_TRUE(journal.empty());
+}
+
+} // namespace
