@@ -38,6 +38,13 @@ protected:
         frames.Tick(ticks);
     }
 
+    void SetLevel(unsigned char level) {
+        while (probe.modalLevel() < level)
+            collector->PushModalLevel();
+        while (probe.modalLevel() > level)
+            collector->PopModalLevel();
+    }
+
     static void Push(SDL_Event event) { ASSERT_EQ(SDL_PushEvent(&event), 1) << SDL_GetError(); }
 
     static void PushKey(Uint32 type, SDL_Keycode sym, Uint8 repeat = 0) {

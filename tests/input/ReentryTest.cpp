@@ -68,9 +68,13 @@ protected:
                 return Drop(i);
     }
 
-    template <class Handle, class Arm> void Keep(Handle handle, int token, Arm arm) {
+    // Keeps the new reactor's only handle; `arm` sets its callbacks, now and on a rearm.
+    template <class Handle, class Arm> void Keep(Handle handle, Arm arm) {
         auto* reactor = handle.Get();
-        auto rearm = [this, reactor, token, arm] { arm(reactor, token); };
+        const int token = nextToken++;
+        auto rearm = [this, reactor, token, arm] {
+            arm(*reactor, [this, token] { return Act(token); });
+        };
         rearm();
         pool.push_back({token, std::move(handle), std::move(rearm)});
     }
@@ -78,52 +82,46 @@ protected:
     void MakeReactor() {
         if (pool.size() >= 60)
             return;
-        const int token = nextToken++;
         const auto priority = static_cast<unsigned short>(random() % 4);
-        const Key keys[] = {Key::A, Key::B, Key::C};
-        const Mode modes[] = {Mode::LeftShift, Mode::RightCtrl};
-        const Button buttons[] = {Button::Left, Button::Right, Button::WheelUp};
+        const auto pick = [this](auto first, auto... others) {
+            const decltype(first) all[] = {first, others...};
+            return all[random() % (1 + sizeof...(others))];
+        };
         switch (random() % 6) {
         case 0:
-            Keep(collector->CreateKeyReactor(keys[random() % 3], priority), token,
-                 [this](IKeyReactor* r, int t) {
-                     r->SetPressCallback([this, t](auto) { return Act(t); });
-                     r->SetHoldCallback([this, t](auto) { return Act(t); });
-                     r->SetReleaseCallback([this, t](auto) { return Act(t); });
-                 });
-            break;
+            return Keep(collector->CreateKeyReactor(pick(Key::A, Key::B, Key::C), priority),
+                        [](IKeyReactor& r, auto act) {
+                            r.SetPressCallback([act](auto) { return act(); });
+                            r.SetHoldCallback([act](auto) { return act(); });
+                            r.SetReleaseCallback([act](auto) { return act(); });
+                        });
         case 1:
-            Keep(collector->CreateModeReactor(modes[random() % 2]), token,
-                 [this](IModeReactor* r, int t) {
-                     r->SetPressCallback([this, t] { Act(t); });
-                     r->SetHoldCallback([this, t] { Act(t); });
-                     r->SetReleaseCallback([this, t] { Act(t); });
-                 });
-            break;
+            return Keep(collector->CreateModeReactor(pick(Mode::LeftShift, Mode::RightCtrl)),
+                        [](IModeReactor& r, auto act) {
+                            r.SetPressCallback([act] { act(); });
+                            r.SetHoldCallback([act] { act(); });
+                            r.SetReleaseCallback([act] { act(); });
+                        });
         case 2:
-            Keep(collector->CreateButtonReactor(buttons[random() % 3], priority), token,
-                 [this](IButtonReactor* r, int t) {
-                     r->SetPressCallback([this, t](unsigned int, auto) { return Act(t); });
-                     r->SetHoldCallback([this, t](unsigned int, auto) { return Act(t); });
-                     r->SetReleaseCallback([this, t](unsigned int, auto) { return Act(t); });
-                 });
-            break;
+            return Keep(collector->CreateButtonReactor(
+                            pick(Button::Left, Button::Right, Button::WheelUp), priority),
+                        [](IButtonReactor& r, auto act) {
+                            r.SetPressCallback([act](unsigned int, auto) { return act(); });
+                            r.SetHoldCallback([act](unsigned int, auto) { return act(); });
+                            r.SetReleaseCallback([act](unsigned int, auto) { return act(); });
+                        });
         case 3:
-            Keep(collector->CreateCursorTracer(priority), token, [this](ICursorTracer* r, int t) {
-                r->SetCallback([this, t](auto, auto) { return Act(t); });
+            return Keep(collector->CreateCursorTracer(priority), [](ICursorTracer& r, auto act) {
+                r.SetCallback([act](auto, auto) { return act(); });
             });
-            break;
         case 4:
-            Keep(collector->CreateTextReactor(), token, [this](ITextReactor* r, int t) {
-                r->SetCallback([this, t](const std::wstring&) { Act(t); });
+            return Keep(collector->CreateTextReactor(), [](ITextReactor& r, auto act) {
+                r.SetCallback([act](const std::wstring&) { act(); });
             });
-            break;
         default:
-            Keep(collector->CreateWindowReactor(random() % 2 ? WindowEvent::Close
-                                                             : WindowEvent::Minimize),
-                 token,
-                 [this](IWindowReactor* r, int t) { r->SetCallback([this, t] { Act(t); }); });
-            break;
+            return Keep(
+                collector->CreateWindowReactor(pick(WindowEvent::Close, WindowEvent::Minimize)),
+                [](IWindowReactor& r, auto act) { r.SetCallback([act] { act(); }); });
         }
     }
 
