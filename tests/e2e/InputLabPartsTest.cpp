@@ -1,0 +1,333 @@
+// Unit tests of the input lab's parts that need no display. The end-to-end test drives the real
+// program; these catch faults in the parts it is built from.
+
+#include "CommandLine.h"
+#include "EventEcho.h"
+#include "InputScript.h"
+#include "PngFile.h"
+#include "Scene.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <sstream>
+#include <unistd.h>
+#include <vector>
+
+namespace InputLab {
+namespace {
+
+/// The message of the `Error` that `action` throws, or "(no error)".
+template <typename Error, typename Action> std::string MessageOf(Action action) {
+    try {
+        action();
+    } catch (const Error& error) {
+        return error.what();
+    }
+    return "(no error)";
+}
+
+// --- command line ---
+
+LabOptions Parse(std::vector<const char*> arguments) {
+    arguments.insert(arguments.begin(), "inputlab");
+    return ParseCommandLine(static_cast<int>(arguments.size()), arguments.data());
+}
+
+TEST(CommandLineTest, DefaultsRunUntilClosedWithTheXdgConfig) {
+    EXPECT_EQ(DefaultConfigPath("/x", "/home/u"), "/x/inputlab/config.toml");
+    EXPECT_EQ(DefaultConfigPath("", "/home/u"), "/home/u/.config/inputlab/config.toml");
+    EXPECT_EQ(DefaultConfigPath(nullptr, nullptr), "inputlab/config.toml");
+    const LabOptions options = Parse({});
+    EXPECT_FALSE(options.help || options.frames || options.screenshot || options.script ||
+                 options.logFile);
+    EXPECT_EQ(options.configPath.filename(), "config.toml");
+}
+
+TEST(CommandLineTest, EveryOptionIsTakenAndDescribed) {
+    const LabOptions options = Parse({"--config", "c.toml", "--frames=12", "--screenshot", "s.png",
+                                      "--script", "in.txt", "--log", "lab.log"});
+    EXPECT_EQ(options.configPath, "c.toml");
+    EXPECT_EQ(options.frames, 12U);
+    EXPECT_EQ(options.screenshot, std::filesystem::path("s.png"));
+    EXPECT_EQ(options.script, std::filesystem::path("in.txt"));
+    EXPECT_EQ(options.logFile, std::filesystem::path("lab.log"));
+
+    const LabOptions help = Parse({"--help"});
+    ASSERT_TRUE(help.help);
+    for (const char* option : {"--config", "--log", "--frames", "--screenshot", "--script"})
+        EXPECT_NE(help.helpText.find(option), std::string::npos) << option;
+}
+
+struct BadCommandLine {
+    const char* name;
+    std::vector<const char*> arguments;
+    const char* message;
+};
+
+class BadCommandLineTest : public testing::TestWithParam<BadCommandLine> {};
+
+TEST_P(BadCommandLineTest, GivesOneMessageNamingTheProblem) {
+    const std::string message = MessageOf<CommandLineError>([] { Parse(GetParam().arguments); });
+    EXPECT_NE(message.find(GetParam().message), std::string::npos) << message;
+}
+
+const BadCommandLine badCommandLines[] = {
+    {"UnknownOption", {"--fullscreen"}, "unrecognised option '--fullscreen'"},
+    {"MissingValue", {"--frames"}, "--frames"},
+    {"FramesZero", {"--frames", "0"}, "whole number of frames above 0, not \"0\""},
+    {"FramesNegative", {"--frames", "-3"}, "not \"-3\""},
+    {"FramesHuge", {"--frames", "99999999999999999999999"}, "not \"9999"},
+    {"StrayWord", {"extra"}, "extra"},
+    {"TwiceTheSame", {"--config", "a", "--config", "b"}, "config"},
+};
+
+INSTANTIATE_TEST_SUITE_P(CommandLine, BadCommandLineTest, testing::ValuesIn(badCommandLines),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+// --- input script ---
+
+using Kind = ScriptEvent::Kind;
+
+InputScript ParseText(const std::string& text) {
+    std::istringstream input(text);
+    return InputScript::Parse(input, "tour.txt");
+}
+
+struct GoodLine {
+    const char* name;
+    const char* line;
+    ScriptEvent expected;
+};
+
+class GoodLineTest : public testing::TestWithParam<GoodLine> {};
+
+TEST_P(GoodLineTest, GivesOneEvent) {
+    const InputScript script = ParseText(GetParam().line);
+    ASSERT_EQ(script.Entries().size(), 1U);
+    const ScriptEvent& event = script.Entries().front().event;
+    const ScriptEvent& expected = GetParam().expected;
+    EXPECT_EQ(event.kind, expected.kind);
+    EXPECT_EQ(event.key, expected.key);
+    EXPECT_EQ(event.x, expected.x);
+    EXPECT_EQ(event.y, expected.y);
+    EXPECT_EQ(event.button, expected.button);
+    EXPECT_EQ(event.text, expected.text);
+}
+
+const GoodLine goodLines[] = {
+    {"KeyDownLetter", "key down a", {Kind::KeyDown, SDLK_a, 0, 0, 0, ""}},
+    {"KeyNameWithBlank", "key up Left Shift", {Kind::KeyUp, SDLK_LSHIFT, 0, 0, 0, ""}},
+    {"KeyNameAnyCaseAfterBlanks", "  key down escape", {Kind::KeyDown, SDLK_ESCAPE, 0, 0, 0, ""}},
+    {"Motion", "motion -5 7", {Kind::Motion, SDLK_UNKNOWN, -5, 7, 0, ""}},
+    {"ButtonLeft", "button down left", {Kind::ButtonDown, SDLK_UNKNOWN, 0, 0, SDL_BUTTON_LEFT, ""}},
+    {"ButtonUp", "button up middle", {Kind::ButtonUp, SDLK_UNKNOWN, 0, 0, SDL_BUTTON_MIDDLE, ""}},
+    {"Wheel", "wheel -2", {Kind::Wheel, SDLK_UNKNOWN, 0, -2, 0, ""}},
+    {"TextKeepsBlanks", "text é b ", {Kind::Text, SDLK_UNKNOWN, 0, 0, 0, "é b "}},
+    {"WindowClose", "window close", {Kind::WindowClose, SDLK_UNKNOWN, 0, 0, 0, ""}},
+    {"WindowMinimize", "window minimize", {Kind::WindowMinimize, SDLK_UNKNOWN, 0, 0, 0, ""}},
+};
+
+INSTANTIATE_TEST_SUITE_P(InputScript, GoodLineTest, testing::ValuesIn(goodLines),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+struct BadLine {
+    const char* name;
+    const char* script;
+    const char* message; // after "Input script \"tour.txt\", line "
+};
+
+class BadLineTest : public testing::TestWithParam<BadLine> {};
+
+TEST_P(BadLineTest, NamesFileLineAndProblem) {
+    const std::string message = MessageOf<ScriptError>([] { ParseText(GetParam().script); });
+    const std::string expected =
+        std::string("Input script \"tour.txt\", line ") + GetParam().message;
+    EXPECT_NE(message.find(expected), std::string::npos) << message;
+}
+
+const BadLine badLines[] = {
+    {"UnknownVerb", "jump", "1: unknown event \"jump\""},
+    {"UnknownKey", "key down nokey", "1: unknown key name \"nokey\""},
+    {"KeyWithoutName", "key down", "1: key needs a key name"},
+    {"KeyWithoutDirection", "key sideways a", "1: key needs \"down\" or \"up\""},
+    {"MotionMissingY", "motion 5", "1: expected a y coordinate, found \"\""},
+    {"MotionTrailing", "motion 1 2 3", "1: unexpected \"3\" at the end"},
+    {"UnknownButton", "button down side", "1: unknown button \"side\""},
+    {"WheelZero", "wheel 0", "1: wheel needs a number of steps other than 0"},
+    {"TextEmpty", "text", "1: text needs at least one character"},
+    {"TextTooLong", "text 0123456789012345678901234567890123", "1: text is longer than 31"},
+    {"WindowUnknown", "window explode", "1: unknown window event \"explode\""},
+    {"WaitNegative", "wait -1", "1: wait needs 0 or more frames"},
+    {"CountsSkippedLines", "# tour\r\n\n  \nkey down a\nwait x", "5: expected a number"},
+};
+
+INSTANTIATE_TEST_SUITE_P(InputScript, BadLineTest, testing::ValuesIn(badLines),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+TEST(InputScriptTest, WaitsMoveLaterLinesToLaterFrames) {
+    const InputScript script =
+        ParseText("key down a\nwait 3\n# x\r\nkey up a\nwait 0\nwait 2\nwheel 1");
+    ASSERT_EQ(script.Entries().size(), 3U);
+    EXPECT_EQ(script.Entries()[0].frame, 0U);
+    EXPECT_EQ(script.Entries()[1].frame, 3U);
+    EXPECT_EQ(script.Entries()[2].frame, 5U);
+    EXPECT_EQ(script.Entries()[2].line, 7U);
+    EXPECT_EQ(script.Length(), 6U);
+}
+
+TEST(InputScriptTest, MissingFileIsOneMessage) {
+    EXPECT_EQ(MessageOf<ScriptError>([] { InputScript::Load("/nonexistent/inputlab/x.txt"); }),
+              "Cannot read input script \"/nonexistent/inputlab/x.txt\"");
+}
+
+TEST(InputScriptTest, InjectsEachEventOnceInItsFrame) {
+    // Scancodes come from the keymap, which SDL sets up with its video subsystem, as in the lab.
+    SDL_SetHint(SDL_HINT_VIDEODRIVER, "dummy");
+    ASSERT_EQ(SDL_Init(SDL_INIT_VIDEO), 0) << SDL_GetError();
+    SDL_FlushEvents(SDL_FIRSTEVENT, SDL_LASTEVENT);
+    InputScript script = ParseText("motion 5 6\nbutton down left\nwait 2\nkey down a");
+    const auto waiting = [] {
+        SDL_PumpEvents();
+        return SDL_PeepEvents(nullptr, 0, SDL_PEEKEVENT, SDL_FIRSTEVENT, SDL_LASTEVENT);
+    };
+    script.InjectDue(0);
+    EXPECT_EQ(waiting(), 2);
+    script.InjectDue(1);
+    EXPECT_EQ(waiting(), 2);
+    script.InjectDue(2);
+    script.InjectDue(3);
+    EXPECT_EQ(waiting(), 3);
+
+    SDL_Event event;
+    ASSERT_EQ(SDL_PollEvent(&event), 1);
+    EXPECT_EQ(event.type, SDL_MOUSEMOTION);
+    ASSERT_EQ(SDL_PollEvent(&event), 1);
+    EXPECT_EQ(event.type, SDL_MOUSEBUTTONDOWN);
+    EXPECT_EQ(event.button.x, 5); // the position of the motion before it
+    EXPECT_EQ(event.button.y, 6);
+    ASSERT_EQ(SDL_PollEvent(&event), 1);
+    EXPECT_EQ(event.type, SDL_KEYDOWN);
+    EXPECT_EQ(event.key.keysym.scancode, SDL_SCANCODE_A);
+    SDL_Quit();
+}
+
+// --- event echo ---
+
+using Window::Mode;
+
+TEST(EventEchoTest, NumbersCallbacksAndHoldsButNotNotes) {
+    std::ostringstream out;
+    EventEcho echo(out);
+    echo.Callback("first");
+    echo.Note("between");
+    for (unsigned long long tick = 0; tick < 2 * EventEcho::HoldEchoPeriod; ++tick)
+        echo.Hold("key W", "key hold W"); // the first of a hold and every period-th after it
+    EXPECT_EQ(out.str(), "#1 first\n-- between\n#2 key hold W x1\n#3 key hold W x60\n"
+                         "#4 key hold W x120\n");
+
+    // A new press starts the count again; another subject counts on its own.
+    echo.EndHold("key W");
+    echo.Hold("key W", "key hold W");
+    echo.Hold("mode LeftShift", "mode hold LeftShift");
+    EXPECT_EQ(echo.Count(), 6U);
+}
+
+TEST(EventEchoTest, OneLinePerKindReadsLikeTheLibrarysNames) {
+    EXPECT_EQ(EventEcho::KeyText("release", Window::Key::Digit2, 1, 3,
+                                 {Mode::RightCtrl, Mode::LeftShift, Mode::LeftAlt}),
+              "key release Digit2 (priority 1, level 3) modes {LeftShift, LeftAlt, RightCtrl}");
+    EXPECT_EQ(EventEcho::ModeText("hold", Mode::RightAlt, 1), "mode hold RightAlt (level 1)");
+    EXPECT_EQ(EventEcho::ButtonText("press", Window::Button::WheelUp, 0, 1, {}),
+              "button press WheelUp (priority 0) number 1 modes {}");
+    EXPECT_EQ(EventEcho::CursorText(-3, 700, 2, {}), "cursor -3,700 (priority 2) modes {}");
+    EXPECT_EQ(EventEcho::TextText(L"\u00e9\U0001F600", 0), // beyond the basic plane too
+              "text \"\xC3\xA9\xF0\x9F\x98\x80\" U+00E9 U+1F600 (level 0)");
+    EXPECT_EQ(EventEcho::WindowText(Window::WindowEvent::Close), "window Close");
+}
+
+// --- PNG file ---
+
+TEST(PngFileTest, PixelsSurviveTheRoundTripAndFailuresNameTheFile) {
+    const std::filesystem::path folder =
+        std::filesystem::temp_directory_path() / ("inputlab_png_" + std::to_string(::getpid()));
+    std::filesystem::create_directories(folder);
+    RgbImage image;
+    image.width = 3;
+    image.height = 2;
+    image.pixels = {1, 2, 3, 250, 251, 252, 0, 0, 0, 9, 8, 7, 255, 0, 128, 40, 50, 60};
+    WritePng(folder / "round.png", image);
+    const RgbImage back = ReadPng(folder / "round.png");
+    EXPECT_EQ(back.width, 3U);
+    EXPECT_EQ(back.height, 2U);
+    EXPECT_EQ(back.pixels, image.pixels);
+
+    std::ofstream(folder / "text.png") << "not a picture";
+    const std::string message =
+        MessageOf<std::runtime_error>([&] { ReadPng(folder / "text.png"); });
+    EXPECT_NE(message.find("Cannot read PNG file \"" + (folder / "text.png").string() + "\""),
+              std::string::npos)
+        << message;
+    image.pixels.resize(5); // wrong size: refused, and no file is left behind
+    EXPECT_THROW(WritePng(folder / "bad.png", image), std::runtime_error);
+    EXPECT_FALSE(std::filesystem::exists(folder / "bad.png"));
+    std::filesystem::remove_all(folder);
+}
+
+// --- scene ---
+
+// The end-to-end test reads pixels of the lab's screenshots, so these are the rules it relies on:
+// a background per digit, the square under the cursor, and nothing drawn outside the drawable.
+
+constexpr Window::Resolution drawable{1000, 800};
+
+const Clock::time_point now = Clock::time_point{} + std::chrono::hours(1);
+
+/// The colour at a point, as the renderer paints it: the last rectangle that covers it wins.
+Colour ColourAt(const Scene& scene, int x, int y) {
+    Colour colour = scene.background;
+    for (const Rectangle& r : scene.rectangles)
+        if (x >= r.x && y >= r.y && x < r.x + static_cast<int>(r.width) &&
+            y < r.y + static_cast<int>(r.height))
+            colour = r.colour;
+    return colour;
+}
+
+TEST(SceneTest, DigitsChooseDistinctBackgrounds) {
+    for (int first = 0; first < 4; ++first)
+        for (int second = first + 1; second < 4; ++second)
+            EXPECT_FALSE(BackgroundColour(first) == BackgroundColour(second)) << first << second;
+}
+
+TEST(SceneTest, SquareStartsInTheMiddleAndFollowsTheCursorOverTheDigitsBackground) {
+    LabState state;
+    EXPECT_EQ(ColourAt(BuildScene(state, drawable, drawable, now), 500, 400), SquareColour);
+
+    state.background = 2;
+    state.cursorSeen = true;
+    state.cursor = {150, 100}; // in screen units, half the drawable's pixels
+    const Scene scene = BuildScene(state, drawable, {500, 400}, now);
+    EXPECT_EQ(scene.background, BackgroundColour(2));
+    EXPECT_EQ(ColourAt(scene, 300, 200), SquareColour);
+    EXPECT_EQ(ColourAt(scene, 300 + SquareSide / 2 - 1, 200 - SquareSide / 2), SquareColour);
+    EXPECT_EQ(ColourAt(scene, 500, 400), scene.background); // the square has left the middle
+    EXPECT_EQ(ColourAt(scene, 700, 300), scene.background);
+}
+
+TEST(SceneTest, EveryRectangleLiesInsideTheDrawable) {
+    LabState state;
+    state.cursorSeen = true;
+    state.cursor = {-10, 795}; // half outside at the corner
+    state.lastWheel = now;
+    state.menuOpen = true;
+    state.typed = std::wstring(500, L'x'); // more than fit
+    const Scene scene = BuildScene(state, {700, 700}, {700, 700}, now);
+    for (const Rectangle& r : scene.rectangles)
+        EXPECT_TRUE(r.x >= 0 && r.y >= 0 && r.width > 0 && r.height > 0 && r.x + r.width <= 700U &&
+                    r.y + r.height <= 700U)
+            << r.x << ',' << r.y << ' ' << r.width << 'x' << r.height;
+    EXPECT_TRUE(BuildScene(state, {0, 0}, {0, 0}, now).rectangles.empty()); // minimised
+}
+
+} // namespace
+} // namespace InputLab
