@@ -17,6 +17,11 @@ Made* Call(const std::function<Made*()>& entryPoint, const std::string& what) {
     return made;
 }
 
+// The collector lives until the process ends and nothing destroys it (its interface has no
+// destructor). Kept here, it stays reachable after the bootstrap is gone, so that it is a
+// process-long object, not a lost one; the library makes at most one per process.
+Window::SInputCollector* processCollector = nullptr;
+
 } // namespace
 
 Bootstrap::Bootstrap(const BootstrapSettings& settings, const LibraryEntryPoints& library)
@@ -29,7 +34,9 @@ Bootstrap::Bootstrap(const BootstrapSettings& settings, const LibraryEntryPoints
     , factory(Call(library.manufactureWindowFactory, "window factory"))
     , factoryRegistration(*factory)
     // The library checks that the factory stands in the storage before it makes the collector.
-    , collector(Call(library.manufactureInputCollector, "input collector")) {}
+    , collector(Call(library.manufactureInputCollector, "input collector")) {
+    processCollector = collector;
+}
 
 Bootstrap::~Bootstrap() = default;
 
