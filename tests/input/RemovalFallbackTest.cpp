@@ -13,11 +13,15 @@ namespace {
 
 using RemovalWithoutThreads = CollectorFixture;
 
-bool ForbidNewThreads() {
-    if (geteuid() == 0 && (setgid(65534) != 0 || setuid(65534) != 0))
-        return false;
-    const rlimit none{0, 0};
-    return setrlimit(RLIMIT_NPROC, &none) == 0;
+// Lowers only the soft limit, so that AllowNewThreads can raise it again: the leak checker
+// needs a thread of its own when the process ends.
+rlimit ForbidNewThreads(bool& forbidden) {
+    rlimit before{};
+    getrlimit(RLIMIT_NPROC, &before);
+    forbidden = !(geteuid() == 0 && (setgid(65534) != 0 || setuid(65534) != 0));
+    const rlimit none{0, before.rlim_max};
+    forbidden = forbidden && setrlimit(RLIMIT_NPROC, &none) == 0;
+    return before;
 }
 
 TEST_F(RemovalWithoutThreads, TheDyingReactorIsRemovedOnItsOwnThread) {
@@ -25,7 +29,9 @@ TEST_F(RemovalWithoutThreads, TheDyingReactorIsRemovedOnItsOwnThread) {
     auto mode = collector->CreateModeReactor(Mode::LeftAlt);
     auto text = collector->CreateTextReactor();
     auto keep = collector->CreateKeyReactor(Key::A, 0);
-    if (!ForbidNewThreads())
+    bool forbidden = false;
+    const rlimit before = ForbidNewThreads(forbidden);
+    if (!forbidden)
         GTEST_SKIP() << "this process may not limit its threads";
     EXPECT_THROW(collector->RemoveReactor(99), std::system_error)
         << "the public operation reports that its tasks could not start";
@@ -38,6 +44,7 @@ TEST_F(RemovalWithoutThreads, TheDyingReactorIsRemovedOnItsOwnThread) {
     EXPECT_TRUE(probe.textReactors().empty());
     keep.Reset();
     EXPECT_TRUE(probe.keyReactors().empty());
+    setrlimit(RLIMIT_NPROC, &before);
 }
 
 } // namespace
