@@ -18,14 +18,18 @@
 // on the engine's input thread or from inside a callback. A new reactor, and every callback
 // after clearing, has a default that does nothing and returns false. Storing an empty
 // std::function makes the next dispatch that reaches it throw std::bad_function_call.
+//
+// A callback may create reactors and drop any reactor, its own included, and replace its own
+// callbacks; a replaced function that is running is destroyed when it returns. What a callback
+// captures must not poll or tick from its destructor: a reactor's callbacks are destroyed
+// before it leaves the registries.
 
 namespace Window {
 
 using KeyCallback = std::function<bool(std::set<Mode>)>;
 using ModeCallback = std::function<void()>;
 using ButtonCallback = std::function<bool(unsigned int, std::set<Mode>)>;
-using CursorCallback =
-    std::function<bool(Zenk::two_dimensional_coordinate<short>, std::set<Mode>)>;
+using CursorCallback = std::function<bool(Zenk::two_dimensional_coordinate<short>, std::set<Mode>)>;
 using TextCallback = std::function<void(const std::wstring&)>;
 using WindowEventCallback = std::function<void()>;
 

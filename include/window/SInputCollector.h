@@ -33,9 +33,9 @@ struct SInputCollector {
     virtual Zenk::IntrudablePointer<IKeyReactor> CreateKeyReactor(Key key,
                                                                   unsigned short priority) = 0;
     /// Button reactors are called by ascending priority, ties in creation order.
-    virtual Zenk::IntrudablePointer<IButtonReactor> CreateButtonReactor(Button button,
-                                                                        unsigned short priority) = 0;
-    /// Text reactors are called in the order of their creation, which is the order of their ids.
+    virtual Zenk::IntrudablePointer<IButtonReactor>
+    CreateButtonReactor(Button button, unsigned short priority) = 0;
+    /// Text reactors are called in ascending order of their ids.
     virtual Zenk::IntrudablePointer<ITextReactor> CreateTextReactor() = 0;
     /// Cursor tracers are called by ascending priority, ties in creation order.
     virtual Zenk::IntrudablePointer<ICursorTracer> CreateCursorTracer(unsigned short priority) = 0;
@@ -44,7 +44,8 @@ struct SInputCollector {
 
     // --- modal levels: key, mode and text reactors answer only at the level they were made at ---
 
-    /// Enters the next modal level and returns it. At 255 throws
+    /// Enters the next modal level and returns it. Called inside a callback, it takes effect at
+    /// once: the rest of the running walk compares reactors with the new level. At 255 throws
     /// `Common::ApplicationErrorException` ("Too many modal windows") and stays at 255.
     virtual unsigned char PushModalLevel() = 0;
     /// Leaves the current modal level and returns the new one; at 0 it stays at 0.

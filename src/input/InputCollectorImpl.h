@@ -40,6 +40,8 @@ class WindowReactorImpl;
 ///    its callback is lent out of the field into the walk's frame. A callback that drops its own
 ///    reactor therefore returns normally (the reactor dies right after, and its entry becomes a
 ///    tombstone), and one that replaces its own callback does not destroy the running function.
+/// The modal level is read at each step of a walk, like the registry: a reactor that a callback
+/// makes at a level it has just pushed is reached by the same walk if it lies ahead.
 class InputCollectorImpl final : public SInputCollector {
 public:
     InputCollectorImpl() = default;

@@ -201,6 +201,53 @@ TEST_F(Reentry, RandomStreamsWhileCallbacksCreateAndDropReactors) {
     EXPECT_TRUE(probe.cursorTracers().empty());
 }
 
+// A callback that empties its own field has it so, and a tracer that polls again from its
+// callback is reached by the nested dispatch too.
+TEST_F(Reentry, SelfStoresAndNestedPollingReachTheRunningCallback) {
+    auto key = collector->CreateKeyReactor(Key::A, 0);
+    key->SetPressCallback([&](auto) { return key->SetPressCallback(nullptr), false; });
+    Press(SDLK_a);
+    Release(SDLK_a);
+    Deliver();
+    Press(SDLK_a);
+    collector->QueryInputEvents();
+    EXPECT_THROW(frames.Tick(), std::bad_function_call);
+
+    std::vector<short> seen;
+    auto tracer = collector->CreateCursorTracer(0);
+    tracer->SetCallback([&](auto position, auto) {
+        seen.push_back(position.x);
+        if (seen.size() == 1) {
+            PushMotion(2, 0);
+            collector->QueryInputEvents();
+        }
+        return false;
+    });
+    PushMotion(1, 0);
+    collector->QueryInputEvents();
+    EXPECT_EQ(seen, (std::vector<short>{1, 2}));
+}
+
+// What a callback queues by polling during a drain: key events wait for the next tick; window
+// events and buttons that arrive while their own queue drains are dropped.
+TEST_F(Reentry, EventsPolledDuringADrain) {
+    int closes = 0, presses = 0;
+    auto close = collector->CreateWindowReactor(WindowEvent::Close);
+    close->SetCallback([&] {
+        if (++closes == 1) {
+            PushWindow(SDL_WINDOWEVENT_CLOSE);
+            Press(SDLK_a);
+            collector->QueryInputEvents();
+        }
+    });
+    auto key = collector->CreateKeyReactor(Key::A, 0);
+    key->SetPressCallback([&](auto) { return ++presses, false; });
+    PushWindow(SDL_WINDOWEVENT_CLOSE);
+    Deliver(2);
+    EXPECT_EQ(closes, 1);
+    EXPECT_EQ(presses, 1);
+}
+
 // Appends to the vector under a running walk move its storage; the walk goes on by index and
 // reaches the new reactors, which lie ahead of it.
 TEST_F(Reentry, AppendsThatMoveTheVectorDoNotStrandTheWalk) {
@@ -221,7 +268,7 @@ TEST_F(Reentry, AppendsThatMoveTheVectorDoNotStrandTheWalk) {
     EXPECT_TRUE(probe.windowReactors().empty());
 }
 
-// The hold tick walks the held keys while callbacks drop the very reactors it walks.
+// A press walk while a callback drops itself and its neighbour and creates a reactor ahead.
 TEST_F(Reentry, AReactorDroppingItselfAndItsNeighbourInOneWalk) {
     std::vector<std::string> log;
     auto first = collector->CreateKeyReactor(Key::A, 0);

@@ -39,6 +39,9 @@ TEST_F(WindowTextDispatch, TextGoesToReactorsOfTheLevelInIdOrder) {
     second->SetCallback([&](const std::wstring& text) { log.push_back(L"2:" + text); });
     first->SetCallback([&](const std::wstring& text) { log.push_back(L"1:" + text); });
     upper->SetCallback([&](const std::wstring& text) { log.push_back(L"upper:" + text); });
+    auto cleared = collector->CreateTextReactor();
+    cleared->SetCallback([&](const std::wstring& text) { log.push_back(L"cleared:" + text); });
+    cleared->ClearCallback();
     collector->StartTextInput();
     PushText("\xC3\xA9t\xC3\xA9");
     PushText("composing", SDL_TEXTEDITING);
