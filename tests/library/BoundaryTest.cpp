@@ -20,6 +20,13 @@ TEST(BoundaryTest, LibraryFailureIsCaughtAsApplicationError) {
     } catch (const Common::ApplicationErrorException& error) {
         EXPECT_STREQ(error.what(), "Multiple instances of SWindowFactory");
     }
+    try {
+        Window::ManufactureInputCollector(); // no factory registered
+    } catch (const Common::ApplicationErrorException& error) {
+        const Common::ApplicationErrorException copy = error; // a host may keep one
+        EXPECT_EQ(copy.message, "SDL not initialized!");
+        EXPECT_STREQ(copy.what(), "SDL not initialized!");
+    }
 }
 
 TEST(BoundaryTest, MissingServiceIsCaughtAsMissingInstance) {
