@@ -1,6 +1,6 @@
 // A reactor that dies when no worker thread can be started still leaves every registry.
-// The test forbids new threads to its own process: a non-root user over its process limit
-// cannot start one, so root first becomes "nobody".
+// The test forbids new threads to its own process: a user over its process limit cannot start
+// one, and root is only held to the limit while it acts as another user.
 
 #include "CollectorFixture.h"
 
@@ -13,25 +13,41 @@ namespace {
 
 using RemovalWithoutThreads = CollectorFixture;
 
-// Lowers only the soft limit, so that AllowNewThreads can raise it again: the leak checker
-// needs a thread of its own when the process ends.
-rlimit ForbidNewThreads(bool& forbidden) {
+// While it lives, this process cannot start a thread. Root acts as "nobody" and keeps root as
+// its saved id, so that it can come back: the leak checker needs a thread of its own and the
+// right to read its suppressions when the process ends.
+class ThreadsForbidden {
+public:
+    ThreadsForbidden() {
+        getrlimit(RLIMIT_NPROC, &before);
+        wasRoot = geteuid() == 0;
+        if (wasRoot && setresuid(65534, 65534, 0) != 0)
+            return;
+        const rlimit none{0, before.rlim_max};
+        active = setrlimit(RLIMIT_NPROC, &none) == 0;
+    }
+    ~ThreadsForbidden() {
+        setrlimit(RLIMIT_NPROC, &before);
+        if (wasRoot && setresuid(0, 0, 0) != 0)
+            ADD_FAILURE() << "could not act as root again";
+    }
+    ThreadsForbidden(const ThreadsForbidden&) = delete;
+    ThreadsForbidden& operator=(const ThreadsForbidden&) = delete;
+
+    bool active = false;
+
+private:
     rlimit before{};
-    getrlimit(RLIMIT_NPROC, &before);
-    forbidden = !(geteuid() == 0 && (setgid(65534) != 0 || setuid(65534) != 0));
-    const rlimit none{0, before.rlim_max};
-    forbidden = forbidden && setrlimit(RLIMIT_NPROC, &none) == 0;
-    return before;
-}
+    bool wasRoot = false;
+};
 
 TEST_F(RemovalWithoutThreads, TheDyingReactorIsRemovedOnItsOwnThread) {
     auto key = collector->CreateKeyReactor(Key::A, 0);
     auto mode = collector->CreateModeReactor(Mode::LeftAlt);
     auto text = collector->CreateTextReactor();
     auto keep = collector->CreateKeyReactor(Key::A, 0);
-    bool forbidden = false;
-    const rlimit before = ForbidNewThreads(forbidden);
-    if (!forbidden)
+    const ThreadsForbidden forbidden;
+    if (!forbidden.active)
         GTEST_SKIP() << "this process may not limit its threads";
     EXPECT_THROW(collector->RemoveReactor(99), std::system_error)
         << "the public operation reports that its tasks could not start";
@@ -44,7 +60,6 @@ TEST_F(RemovalWithoutThreads, TheDyingReactorIsRemovedOnItsOwnThread) {
     EXPECT_TRUE(probe.textReactors().empty());
     keep.Reset();
     EXPECT_TRUE(probe.keyReactors().empty());
-    setrlimit(RLIMIT_NPROC, &before);
 }
 
 } // namespace
