@@ -6,15 +6,23 @@
 #include <fstream>
 #include <iterator>
 #include <limits>
+#include <optional>
 #include <sstream>
 #include <stdexcept>
 #include <system_error>
 #include <utility>
 #include <vector>
 
-#if defined(__unix__)
+#if !defined(_WIN32)
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
+#else
+#include <atomic>
+#include <chrono>
 #endif
 
 namespace Host {
@@ -109,52 +117,123 @@ std::string LoadText(const std::filesystem::path& path) {
     return text;
 }
 
-/// Flushes the file's data to the disk, so that the rename that follows cannot land before it.
-void SyncToDisk(const std::filesystem::path& path) {
-#if defined(__unix__)
-    const int descriptor = ::open(path.c_str(), O_RDONLY);
-    if (descriptor >= 0) {
-        ::fsync(descriptor);
-        ::close(descriptor);
+/// The tree in the file at `path`, or nothing when there is no file.
+std::optional<toml::table> Parse(const std::filesystem::path& path) {
+    std::error_code error;
+    if (!std::filesystem::exists(path, error) && !error)
+        return std::nullopt;
+    const std::string text = LoadText(path);
+    try {
+        return toml::parse(text, path.string());
+    } catch (const toml::parse_error& failure) {
+        std::ostringstream message;
+        message << "Configuration file " << Quoted(path) << " is not valid TOML at line "
+                << failure.source().begin.line << ", column " << failure.source().begin.column
+                << ": " << failure.description();
+        throw std::runtime_error(message.str());
     }
-#else
-    (void)path;
-#endif
 }
 
-/// Replaces `path` by a file holding `content`: a temporary file beside it, then a rename, which
-/// is atomic on one file system.
-void ReplaceFile(const std::filesystem::path& path, const std::string& content) {
-    const auto fail = [&path](const std::string& reason) {
-        return std::runtime_error("Cannot write configuration file " + Quoted(path) + ": " +
+/// The file that `path` names once its symbolic links are followed: a write replaces the file a
+/// link points to, not the link.
+std::filesystem::path LinkTarget(std::filesystem::path path) {
+    std::error_code error;
+    // The bound stops a loop of links; the rename then fails or replaces the last link.
+    for (int hop = 0; hop < 40 && std::filesystem::is_symlink(path, error); ++hop) {
+        const auto link = std::filesystem::read_symlink(path, error);
+        if (error)
+            break;
+        path = link.is_absolute() ? link : path.parent_path() / link;
+    }
+    return path;
+}
+
+/// Replaces `target` by a file holding `content`, with the old file's permission bits: a
+/// temporary file of its own beside it, flushed to the disk, then a rename, which is atomic on one
+/// file system. Any failure before the rename removes the temporary file and throws, naming
+/// `shown` and the system's reason.
+void ReplaceFile(const std::filesystem::path& shown, const std::filesystem::path& target,
+                 const std::string& content) {
+    const auto fail = [&shown](const std::string& reason) {
+        return std::runtime_error("Cannot write configuration file " + Quoted(shown) + ": " +
                                   reason);
     };
     std::error_code error;
-    if (path.has_parent_path()) {
-        std::filesystem::create_directories(path.parent_path(), error);
-        if (error)
-            throw fail(error.message());
+    const std::filesystem::path folder =
+        target.has_parent_path() ? target.parent_path() : std::filesystem::path(".");
+    std::filesystem::create_directories(folder, error);
+    if (error)
+        throw fail(error.message());
+#if !defined(_WIN32)
+    const auto reason = [](const std::string& what, const std::filesystem::path& file) {
+        return what + " " + Quoted(file) + ": " + std::generic_category().message(errno);
+    };
+    std::string name = target.string() + ".tmp.XXXXXX";
+    int descriptor = ::mkstemp(name.data());
+    if (descriptor < 0)
+        throw fail(reason("cannot create a temporary file beside", target));
+    const std::filesystem::path temporary = name;
+    const auto abandon = [&](const std::string& what) {
+        const std::string message = reason(what, temporary);
+        if (descriptor >= 0)
+            ::close(descriptor);
+        ::unlink(temporary.c_str());
+        return fail(message);
+    };
+    struct stat old {};
+    if (::stat(target.c_str(), &old) == 0 && ::fchmod(descriptor, old.st_mode & 07777) != 0)
+        throw abandon("cannot set the mode of");
+    for (std::size_t done = 0; done < content.size();) {
+        const ssize_t written = ::write(descriptor, content.data() + done, content.size() - done);
+        if (written < 0 && errno != EINTR)
+            throw abandon("cannot write");
+        done += written > 0 ? static_cast<std::size_t>(written) : 0;
     }
-    auto temporary = path;
-    temporary += ".tmp";
+    if (::fsync(descriptor) != 0)
+        throw abandon("cannot flush");
+    const int closed = ::close(descriptor);
+    descriptor = -1;
+    if (closed != 0)
+        throw abandon("cannot close");
+    if (::rename(temporary.c_str(), target.c_str()) != 0)
+        throw abandon("cannot rename");
+    // Makes the rename itself durable. Best effort: some file systems cannot sync a folder, and
+    // the new file is in place by now.
+    const int directory = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY);
+    if (directory >= 0) {
+        ::fsync(directory);
+        ::close(directory);
+    }
+#else
+    // No descriptor to flush here; the stream's state still stops a failed write before the
+    // rename.
+    static std::atomic<unsigned> serial{0};
+    auto temporary = target;
+    temporary += ".tmp." +
+                 std::to_string(std::chrono::steady_clock::now().time_since_epoch().count()) + "." +
+                 std::to_string(serial++);
+    const auto abandon = [&](const std::string& reason) {
+        std::filesystem::remove(temporary, error);
+        return fail(reason);
+    };
     {
         std::ofstream out(temporary, std::ios::binary | std::ios::trunc);
         if (!out)
-            throw fail("cannot create " + Quoted(temporary));
+            throw abandon("cannot create " + Quoted(temporary));
         out << content;
         out.close();
-        if (!out) {
-            std::filesystem::remove(temporary, error);
-            throw fail("cannot write " + Quoted(temporary));
-        }
+        if (!out)
+            throw abandon("cannot write " + Quoted(temporary));
     }
-    SyncToDisk(temporary);
-    std::filesystem::rename(temporary, path, error);
-    if (error) {
-        const std::string reason = error.message();
-        std::filesystem::remove(temporary, error);
-        throw fail(reason);
-    }
+    const auto old = std::filesystem::status(target, error);
+    if (!error)
+        std::filesystem::permissions(temporary, old.permissions(), error);
+    if (error && error != std::errc::no_such_file_or_directory)
+        throw abandon(error.message());
+    std::filesystem::rename(temporary, target, error);
+    if (error)
+        throw abandon(error.message());
+#endif
 }
 
 } // namespace
@@ -162,19 +241,10 @@ void ReplaceFile(const std::filesystem::path& path, const std::string& content) 
 ConfigFile::ConfigFile(std::filesystem::path path)
     : path(std::move(path))
     , document(std::make_unique<Document>()) {
-    std::error_code error;
-    if (!std::filesystem::exists(this->path, error) && !error)
-        return;
-    const std::string text = LoadText(this->path);
-    try {
-        document->root = toml::parse(text, this->path.string());
-    } catch (const toml::parse_error& failure) {
-        std::ostringstream message;
-        message << "Configuration file " << Quoted(this->path) << " is not valid TOML at line "
-                << failure.source().begin.line << ", column " << failure.source().begin.column
-                << ": " << failure.description();
-        throw std::runtime_error(message.str());
-    }
+    if (this->path.empty())
+        throw std::invalid_argument("Configuration file path is empty");
+    if (auto root = Parse(this->path))
+        document->root = std::move(*root);
 }
 
 ConfigFile::~ConfigFile() = default;
@@ -195,9 +265,10 @@ std::string ConfigFile::ReadText(const std::string& key, const std::string& fall
 void ConfigFile::WriteText(const std::string& key, const std::string& text) {
     const std::lock_guard<std::mutex> lock(mutex);
     const auto parts = SplitKey(key);
-    // Changed on a copy and swapped in only once the file holds it, so memory and disk agree
-    // even when the write fails.
-    toml::table changed = document->root;
+    // The file as it is now, so that edits made to it meanwhile survive; a file that no longer
+    // parses is reported, not overwritten. Changed on a copy and swapped in only once the file
+    // holds it, so memory and disk agree even when the write fails.
+    toml::table changed = Parse(path).value_or(document->root);
     toml::table* table = &changed;
     for (std::size_t i = 0; i + 1 < parts.size(); ++i) {
         auto [place, inserted] = table->insert(parts[i], toml::table{});
@@ -214,7 +285,7 @@ void ConfigFile::WriteText(const std::string& key, const std::string& text) {
     content << toml::toml_formatter{changed, toml::toml_formatter::default_flags &
                                                  ~toml::format_flags::indent_sub_tables}
             << '\n';
-    ReplaceFile(path, content.str());
+    ReplaceFile(path, LinkTarget(path), content.str());
     document->root = std::move(changed);
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdint>
+#include <limits>
 #include <map>
 #include <stdexcept>
 #include <utility>
@@ -34,13 +35,21 @@ struct TickSchedule {
 
 namespace {
 
+/// `a + b`, or the clock's last reading when that is beyond it: a huge period must not wrap
+/// round to a time already past, which would fire at every pump.
+unsigned long long SaturatingAdd(unsigned long long a, unsigned long long b) {
+    const auto last = std::numeric_limits<unsigned long long>::max();
+    return b > last - a ? last : a + b;
+}
+
 class Ticker final : public Common::ITicker {
 public:
     Ticker(const std::shared_ptr<Detail::TickSchedule>& owner, unsigned long long period)
         : schedule(owner)
         , serial(owner->nextSerial++) {
         owner->entries.emplace(
-            serial, Detail::TickSchedule::Entry{&callback, period, owner->clock() + period});
+            serial,
+            Detail::TickSchedule::Entry{&callback, period, SaturatingAdd(owner->clock(), period)});
     }
 
     ~Ticker() override {
@@ -113,9 +122,9 @@ void FrameUtility::Pump() {
         if (found == state->entries.end())
             continue; // dropped by an earlier callback of this pump
         auto& entry = found->second;
-        entry.due += entry.period;
+        entry.due = SaturatingAdd(entry.due, entry.period);
         if (entry.due <= now)
-            entry.due = now + entry.period;
+            entry.due = SaturatingAdd(now, entry.period);
         // A copy, because the callback may drop its own ticker or replace its own function, and
         // either would destroy the function while it runs.
         const auto callback = *entry.callback;

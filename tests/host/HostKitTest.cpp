@@ -5,6 +5,7 @@
 #include <host/Bootstrap.h>
 #include <zenkbase/singleton.h>
 
+#include <iterator>
 #include <regex>
 #include <stdexcept>
 #include <vector>
@@ -25,8 +26,10 @@ TEST_F(ConfigFileTest, WritesSurviveIntoTheNextInstanceWithoutATemporaryFileLeft
         config.WriteText("Window/FullScreen", "1");
         config.WriteText("Window/Visible", "0");
         config.WriteText("Window/Input/PollRate", "90");
-        EXPECT_FALSE(fs::exists(path.string() + ".tmp")) << "the temporary file must be renamed";
     }
+    EXPECT_EQ(std::distance(fs::directory_iterator(path.parent_path()), fs::directory_iterator()),
+              1)
+        << "the temporary file must be renamed";
     Host::ConfigFile next(path);
     EXPECT_EQ(next.ReadInteger("Window/FullScreen", 7), 1);
     EXPECT_EQ(next.ReadInteger("Window/Visible", 7), 0);
@@ -70,6 +73,30 @@ TEST_F(ConfigFileTest, WriteThroughAValueIsRefusedAndTheFileKept) {
               "Configuration key \"Value/Sub\" in \"" + path.string() +
                   "\": \"Value\" is not a table");
     EXPECT_EQ(Stored(path), "Value = 3\n");
+}
+
+TEST_F(ConfigFileTest, WriteKeepsEditsMadeMeanwhileAndRefusesAFileThatBecameCorrupt) {
+    Host::ConfigFile config(path);
+    Store(path, "Edited = 'by hand'\n");
+    config.WriteText("Window/Visible", "1");
+    EXPECT_EQ(Host::ConfigFile(path).ReadText("Edited", ""), "by hand");
+    Store(path, "[Window\n");
+    EXPECT_THAT(Outcome([&] { config.WriteText("Window/Visible", "0"); }),
+                HasSubstr(path.string() + "\" is not valid TOML at line 1, column "));
+    EXPECT_EQ(Stored(path), "[Window\n");
+}
+
+TEST_F(ConfigFileTest, WriteKeepsTheModeAndTheLinkAndAnEmptyPathIsRefused) {
+    const auto mode = fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read;
+    Store(path, "");
+    fs::permissions(path, mode);
+    const fs::path link = folder / "link.toml";
+    fs::create_symlink(path, link);
+    Host::ConfigFile(link).WriteText("Key", "1");
+    EXPECT_TRUE(fs::is_symlink(link));
+    EXPECT_EQ(fs::status(path).permissions(), mode);
+    EXPECT_EQ(Host::ConfigFile(path).ReadText("Key", ""), "1");
+    EXPECT_THROW(Host::ConfigFile(""), std::invalid_argument);
 }
 
 using MessageLogTest = FolderTest;
@@ -135,7 +162,8 @@ INSTANTIATE_TEST_SUITE_P(
                       ScheduleRow{100, {1130, 1210, 1300}, {1130, 1210, 1300}},
                       // A stall of many periods gives one tick, the next a whole period later.
                       ScheduleRow{100, {1950, 1960, 2049, 2050}, {1950, 2050}},
-                      ScheduleRow{0, {1000, 1000, 1001}, {1000, 1000, 1001}}));
+                      ScheduleRow{0, {1000, 1000, 1001}, {1000, 1000, 1001}},
+                      ScheduleRow{~0ull, {1000, 5000}, {}})); // 1000 + period must not wrap
 
 TEST_F(FrameUtilityTest, DroppedTickerStopsEvenWhenDroppedInsideACallback) {
     Ticks fired;

@@ -15,17 +15,21 @@ namespace Host {
 /// of the table `[Window.Input]`. Text is stored as a TOML string; a hand-edited file may also
 /// hold integers, booleans and floats, which read back as described at each operation.
 ///
-/// Every write replaces the whole file at once (a temporary file beside it, then a rename), so a
-/// crash mid-write leaves either the old file or the new one, never a torn one. Comments and the
-/// layout of a hand-edited file are not kept by a write. A file that does not parse is reported
-/// by the constructor and never written, since there is then no object to write it.
+/// Every write reads the file again and replaces the whole of it at once (a temporary file of its
+/// own beside it, flushed to the disk, then a rename), so a crash mid-write leaves either the old
+/// file or the new one, never a torn one, and values edited in the file meanwhile are kept.
+/// Comments and the layout of a hand-edited file are not kept by a write. The new file keeps the
+/// old one's permission bits (one that the first write creates is private to its owner, 0600),
+/// and a symbolic link keeps pointing to it: the file it points to is what gets replaced. A file
+/// that does not parse is reported, by the constructor or by a write, and never written.
 ///
 /// All operations may be called from any thread; they are serialised by one lock.
 class ConfigFile final : public Common::Config::SConfigFile {
 public:
     /// Loads the file at `path`; a missing file is an empty configuration, which the first write
     /// creates along with missing folders. Host start-up thread.
-    /// Throws `std::runtime_error`: "Configuration file "<path>" is not valid TOML at line <L>,
+    /// Throws `std::invalid_argument` ("Configuration file path is empty") for an empty path, and
+    /// `std::runtime_error`: "Configuration file "<path>" is not valid TOML at line <L>,
     /// column <C>: <reason>" for a corrupt file, or "Cannot read configuration file "<path>""
     /// when it exists but cannot be read.
     explicit ConfigFile(std::filesystem::path path);
@@ -43,10 +47,12 @@ public:
     std::string ReadText(const std::string& key, const std::string& fallback) override;
 
     /// Stores `text` under `key` as a TOML string and rewrites the file before returning, creating
-    /// missing tables. A table or array in the key's place is refused, not replaced. When the
-    /// write fails, memory and file both keep the old content.
-    /// Throws as `ReadText` for a bad key or a conflicting shape, and `std::runtime_error`
-    /// ("Cannot write configuration file "<path>": <reason>") when the file cannot be replaced.
+    /// missing tables. The change is made to the file as it is now (to what was loaded when the
+    /// file is gone), and memory then holds that. A table or array in the key's place is refused,
+    /// not replaced. When the write fails, memory and file both keep the old content.
+    /// Throws as `ReadText` for a bad key or a conflicting shape, as the constructor when the file
+    /// can no longer be read or parsed, and `std::runtime_error` ("Cannot write configuration
+    /// file "<path>": <reason>", with the system's reason) when the file cannot be replaced.
     void WriteText(const std::string& key, const std::string& text) override;
 
     /// The integer under `key`, or `fallback` when there is none. A string holding exactly a

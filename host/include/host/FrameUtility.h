@@ -24,7 +24,8 @@ struct TickSchedule;
 /// Timing: a ticker made at time t is first due at t + period and then every period. `Pump`
 /// calls each due ticker once; periods missed while the loop was late are dropped, not made up
 /// in a burst, and the next one is due a whole period after the pump. So the tick rate is the
-/// lower of the ticker's rate and the pump rate. A period of 0 fires at every pump.
+/// lower of the ticker's rate and the pump rate. A period of 0 fires at every pump; one that
+/// ends beyond the clock's range never fires.
 ///
 /// Lifetime: a ticker stops when its last handle goes. A ticker may outlive its frame utility
 /// (the input collector keeps its ticker to the end of the process); it then never fires again.
