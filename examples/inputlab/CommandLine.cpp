@@ -17,9 +17,9 @@ po::options_description Describe(const std::filesystem::path& defaultConfig) {
     // value in the same words.
     options.add_options()("help,h", "Print this help and exit.")(
         "config", po::value<std::string>()->value_name("PATH"),
-        ("Configuration file (TOML). A missing file means defaults; the window's size and "
-         "full-screen state are written back to it at exit. Default: " +
-         defaultConfig.string())
+        ("Configuration file (TOML); it must exist. The window's size and full-screen state "
+         "are read from it and written back at exit. Without this option: " +
+         defaultConfig.string() + ", created at the first exit")
             .c_str())("log", po::value<std::string>()->value_name("PATH"),
                       "Also append the message log to this file.")(
         "frames", po::value<std::string>()->value_name("N"),
@@ -97,8 +97,10 @@ LabOptions ParseCommandLine(int argc, const char* const argv[]) {
         result.helpText = HelpText(argc > 0 ? argv[0] : "inputlab", options);
         return result;
     }
-    if (values.count("config") != 0)
+    if (values.count("config") != 0) {
         result.configPath = values["config"].as<std::string>();
+        result.configNamed = true;
+    }
     if (values.count("log") != 0)
         result.logFile = values["log"].as<std::string>();
     if (values.count("frames") != 0)

@@ -10,6 +10,9 @@ namespace InputLab {
 /// What the command line asked for.
 struct LabOptions {
     std::filesystem::path configPath;
+    /// True when `--config` named the file: then it must exist. The default file may be missing
+    /// (a first start) and is created when the window writes its state back.
+    bool configNamed = false;
     std::optional<std::filesystem::path> logFile;
     /// Ends the run after this many frames of the loop; none runs until the window closes.
     std::optional<unsigned long long> frames;

@@ -10,6 +10,7 @@
 
 #include <atomic>
 #include <csignal>
+#include <filesystem>
 #include <iostream>
 
 namespace {
@@ -38,7 +39,10 @@ int main(int argc, char* argv[]) {
             std::cout << options.helpText;
             return 0;
         }
-        // Checked before anything starts, so that a bad line costs no window and no write.
+        // Checked before anything starts, so that bad input costs no window and no write.
+        if (options.configNamed && !std::filesystem::exists(options.configPath))
+            throw CommandLineError("configuration file " + options.configPath.string() +
+                                   " does not exist");
         if (options.script)
             script = InputScript::Load(*options.script);
     } catch (const std::exception& error) {

@@ -146,7 +146,8 @@ class Case(unittest.TestCase):
     def setUp(self):
         self.folder = tempfile.mkdtemp(prefix="inputlab_e2e_")
         self.addCleanup(shutil.rmtree, self.folder, ignore_errors=True)
-        self.config = os.path.join(self.folder, "config.toml")
+        # An empty configuration: every value is a default. A named file must exist.
+        self.config = self.write("config.toml", "")
         self.screenshot = os.path.join(self.folder, "last.png")
 
     def path(self, name):
@@ -198,7 +199,15 @@ class Errors(Case):
         code, _, errors = run_lab(["--config", self.config, "--script", script], self.folder)
         self.assertEqual(code, 2)
         self.assertOneMessage(errors, script, "line 3", "nokey")
-        self.assertFalse(os.path.exists(self.config))
+        with open(self.config, encoding="utf-8") as file:
+            self.assertEqual(file.read(), "")
+
+    def test_missing_config_is_named(self):
+        missing = self.path("missing.toml")
+        code, _, errors = run_lab(["--config", missing, "--frames", "1"], self.folder)
+        self.assertEqual(code, 2)
+        self.assertOneMessage(errors, missing, "does not exist")
+        self.assertFalse(os.path.exists(missing))
 
     def test_missing_script(self):
         missing = self.path("missing.txt")
