@@ -3,15 +3,10 @@
 
 #include "input/InputCollectorImpl.h"
 
-#include <CountingUniqueId.h>
-#include <FakeConfigFile.h>
-#include <ManualFrameUtility.h>
-#include <ScopedInstance.h>
-
+#include <SDL.h>
 #include <benchmark/benchmark.h>
 
-#include <SDL.h>
-
+#include <InputServices.h>
 #include <vector>
 
 namespace {
@@ -19,19 +14,13 @@ namespace {
 using Window::InputCollectorImpl;
 
 // SDL running, the host services registered, one collector for the whole run.
-struct Environment {
+struct Environment : Fakes::InputServices {
     Environment() {
         SDL_Init(SDL_INIT_VIDEO);
         SDL_StopTextInput();
     }
     ~Environment() { SDL_Quit(); }
 
-    Fakes::FakeConfigFile config;
-    Fakes::ManualFrameUtility frames;
-    Fakes::CountingUniqueId ids;
-    Fakes::ScopedInstance<Common::Config::SConfigFile> configRegistration{config};
-    Fakes::ScopedInstance<Common::SFrameUtility> framesRegistration{frames};
-    Fakes::ScopedInstance<Common::Unique::SRuntimeUniqueId> idsRegistration{ids};
     InputCollectorImpl collector;
 };
 
@@ -86,8 +75,8 @@ void TickKeyWalk(benchmark::State& state) {
     Environment& environment = Shared();
     std::vector<Zenk::IntrudablePointer<Window::IKeyReactor>> reactors;
     for (int i = 0; i < state.range(0); ++i) {
-        reactors.push_back(environment.collector.CreateKeyReactor(Window::Key::A,
-                                                                  static_cast<unsigned short>(i)));
+        reactors.push_back(
+            environment.collector.CreateKeyReactor(Window::Key::A, static_cast<unsigned short>(i)));
         reactors.back()->SetPressCallback([](std::set<Window::Mode>) { return false; });
     }
     for (auto _ : state) {

@@ -5,10 +5,7 @@
 #include <SDL.h>
 #include <gtest/gtest.h>
 
-#include <CountingUniqueId.h>
-#include <FakeConfigFile.h>
-#include <ManualFrameUtility.h>
-#include <ScopedInstance.h>
+#include <InputServices.h>
 #include <cstring>
 #include <memory>
 #include <string>
@@ -17,7 +14,7 @@ namespace Window {
 
 // SDL's real event queue under the dummy video driver (no display needed), the host services as
 // fakes, and a collector made directly so that each test has a fresh one.
-class CollectorFixture : public ::testing::Test {
+class CollectorFixture : public ::testing::Test, protected Fakes::InputServices {
 protected:
     void SetUp() override {
         setenv("SDL_VIDEODRIVER", "dummy", 1);
@@ -96,12 +93,6 @@ protected:
         Push(event);
     }
 
-    Fakes::FakeConfigFile config;
-    Fakes::ManualFrameUtility frames;
-    Fakes::CountingUniqueId ids;
-    Fakes::ScopedInstance<Common::Config::SConfigFile> configRegistration{config};
-    Fakes::ScopedInstance<Common::SFrameUtility> framesRegistration{frames};
-    Fakes::ScopedInstance<Common::Unique::SRuntimeUniqueId> idsRegistration{ids};
     std::unique_ptr<InputCollectorImpl> collector = std::make_unique<InputCollectorImpl>();
     CollectorProbe probe{*collector};
 };
