@@ -3,7 +3,7 @@
 namespace Window {
 namespace {
 
-bool NotConsumed(unsigned int, std::set<Mode>) {
+bool NotConsumed(unsigned int, const std::set<Mode>&) {
     return false;
 }
 

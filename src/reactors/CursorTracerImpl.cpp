@@ -3,7 +3,7 @@
 namespace Window {
 namespace {
 
-bool NotConsumed(Zenk::two_dimensional_coordinate<short>, std::set<Mode>) {
+bool NotConsumed(Zenk::two_dimensional_coordinate<short>, const std::set<Mode>&) {
     return false;
 }
 

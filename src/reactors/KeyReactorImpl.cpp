@@ -4,7 +4,7 @@ namespace Window {
 namespace {
 
 // Stateless, so a reactor is callable from the start and never consumes by default.
-bool NotConsumed(std::set<Mode>) {
+bool NotConsumed(const std::set<Mode>&) {
     return false;
 }
 
