@@ -8,7 +8,7 @@ namespace Window {
 
 /// A button reactor: three callbacks on one mouse button or wheel direction, by priority, at
 /// every modal level. The interface comes first in this class, the identity second.
-class ButtonReactorImpl final : public IButtonReactor, public ReactorID {
+class ButtonReactorImpl : public IButtonReactor, public ReactorID {
 public:
     void SetPressCallback(ButtonCallback callback) override;
     void SetReleaseCallback(ButtonCallback callback) override;

@@ -8,7 +8,7 @@ namespace Window {
 
 /// A cursor tracer: called for every mouse motion by priority, at every modal level, on the
 /// thread that polls; remembers the last position delivered to it.
-class CursorTracerImpl final : public ICursorTracer, public ReactorID {
+class CursorTracerImpl : public ICursorTracer, public ReactorID {
 public:
     void SetCallback(CursorCallback callback) override;
     void ClearAllCallbacks() override;

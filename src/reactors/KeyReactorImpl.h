@@ -7,7 +7,7 @@
 namespace Window {
 
 /// A key reactor: three callbacks on one `Key`, called by priority at its own modal level.
-class KeyReactorImpl final : public ReactorID, public IKeyReactor {
+class KeyReactorImpl : public ReactorID, public IKeyReactor {
 public:
     void SetReleaseCallback(KeyCallback callback) override;
     void SetPressCallback(KeyCallback callback) override;

@@ -7,7 +7,7 @@
 namespace Window {
 
 /// A mode reactor: three callbacks on one modifier key, at its own modal level; cannot consume.
-class ModeReactorImpl final : public ReactorID, public IModeReactor {
+class ModeReactorImpl : public ReactorID, public IModeReactor {
 public:
     void SetReleaseCallback(ModeCallback callback) override;
     void SetPressCallback(ModeCallback callback) override;

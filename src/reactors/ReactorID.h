@@ -4,6 +4,10 @@ namespace Window {
 
 class InputCollectorImpl;
 
+// The six reactor classes are not final on purpose: for a final class GCC 12 devirtualizes the
+// release through the virtual base of the reference count at -O2 and then misreports the delete
+// of the whole object as a free at an offset (free-nonheap-object).
+
 /// What every reactor is besides its interface: the modal level it answers at, its run-time id,
 /// and the collector whose registries hold it.
 ///

@@ -8,7 +8,7 @@ namespace Window {
 
 /// A text reactor: receives each typed text as a wide string, at its own modal level, in the
 /// order of ids among text reactors.
-class TextReactorImpl final : public ReactorID, public ITextReactor {
+class TextReactorImpl : public ReactorID, public ITextReactor {
 public:
     void SetCallback(TextCallback callback) override;
     void ClearCallback() override;

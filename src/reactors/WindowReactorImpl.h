@@ -7,7 +7,7 @@
 namespace Window {
 
 /// A window reactor: hears of one window event, at every modal level, in creation order.
-class WindowReactorImpl final : public IWindowReactor, public ReactorID {
+class WindowReactorImpl : public IWindowReactor, public ReactorID {
 public:
     void SetCallback(WindowEventCallback callback) override;
     void ClearAllCallbacks() override;
