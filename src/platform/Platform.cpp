@@ -4,6 +4,9 @@
 
 #if defined(_WIN32)
 
+// SDL_syswm.h includes windows.h: without its min and max macros, and only its core.
+#define NOMINMAX
+#define WIN32_LEAN_AND_MEAN
 #include <SDL.h>
 #include <SDL_syswm.h>
 
@@ -128,8 +131,10 @@ NativeHandle NativeHandleOf(SDL_Window* window) noexcept {
 int MultiByteToWide(const char* source, int sourceLength, wchar_t* destination,
                     int destinationSize) noexcept {
 #if defined(_WIN32)
-    // CP_UTF8 with no flags: malformed input is replaced, not refused.
-    return MultiByteToWideChar(65001, 0, source, sourceLength, destination, destinationSize);
+    // CP_UTF8 with no flags: malformed input is replaced, not refused. Windows refuses a null
+    // destination with a nonzero size (ERROR_INVALID_PARAMETER), where the contract counts.
+    return MultiByteToWideChar(CP_UTF8, 0, source, sourceLength, destination,
+                               destination == nullptr ? 0 : destinationSize);
 #else
     // As on Windows, -1 means "up to and with the terminating NUL".
     if (source != nullptr && sourceLength == -1)
