@@ -24,6 +24,10 @@ namespace {
 /// before any code of the library runs.
 std::int32_t factoryCount = 0;
 
+/// The view through which the configuration file is looked up anew at each use. Built while the
+/// library loads; borrowed, so closing it at unload leaves the instance storage alone.
+const Zenk::Singleton<Common::Config::SConfigFile, std::shared_ptr> configFile(1);
+
 /// The name of every window; it is also the base of the title.
 const char* const windowName = "Tavrino. Version: 905";
 
@@ -45,17 +49,15 @@ WindowFactoryImpl::~WindowFactoryImpl() {
 }
 
 Zenk::IntrudablePointer<IWindow> WindowFactoryImpl::CreateWindow() {
-    using Common::Config::SConfigFile;
-
-    const std::string text = Zenk::Singleton<SConfigFile>().Instance()->ReadText(
-        ResolutionKey.name, ResolutionKey.fallback);
+    const std::string text =
+        configFile.Instance()->ReadText(ResolutionKey.name, ResolutionKey.fallback);
     std::optional<Resolution> resolution = ResolutionFromText(text);
     if (!resolution)
         throw Common::ApplicationErrorException(
             "Failed to read configuration key: " + ResolutionKey.name + ".");
 
-    const bool fullScreen = Zenk::Singleton<SConfigFile>().Instance()->ReadInteger(
-                                FullScreenKey.name, FullScreenKey.fallback) > 0;
+    const bool fullScreen =
+        configFile.Instance()->ReadInteger(FullScreenKey.name, FullScreenKey.fallback) > 0;
 
     // One comparison of the packed sizes, not a clamp of each field: a low window is raised to
     // the whole minimum ({900,600} becomes 700 x 700), while a narrow but tall one keeps its

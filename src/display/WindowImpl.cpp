@@ -18,12 +18,17 @@ namespace Window {
 
 namespace {
 
+// Views of the services, built while the library loads; each use looks the instance up anew,
+// and, borrowed, they leave the instance storage alone when the library unloads.
+const Zenk::Singleton<Common::Log::SMessageLog, std::shared_ptr> messageLog(1);
+const Zenk::Singleton<Common::Config::SConfigFile, std::shared_ptr> configFile(1);
+
 Common::Log::SMessageLog& MessageLog() {
-    return *Zenk::Singleton<Common::Log::SMessageLog>().Instance();
+    return *messageLog.Instance();
 }
 
 Common::Config::SConfigFile& ConfigFile() {
-    return *Zenk::Singleton<Common::Config::SConfigFile>().Instance();
+    return *configFile.Instance();
 }
 
 /// Sizes travel as 16-bit fields; SDL's ints are cut to their low 16 bits.

@@ -19,6 +19,11 @@ std::int32_t instanceCount = 0;
 
 constexpr int maximumPollRate = 1000000; // one tick per microsecond: the finest period there is
 
+// Views of the services that make the ticker, built while the library loads; each use looks the
+// instance up anew, and, borrowed, they leave the instance storage alone when the library unloads.
+const Zenk::Singleton<Common::SFrameUtility, std::shared_ptr> frameUtility(1);
+const Zenk::Singleton<Common::Config::SConfigFile, std::shared_ptr> configFile(1);
+
 } // namespace
 
 SInputCollector* ManufactureInputCollector() {
@@ -44,12 +49,11 @@ unsigned long long InputCollectorImpl::TickPeriod(int pollRate) noexcept {
 
 void InputCollectorImpl::QueryInputEvents() {
     if (!ticker) {
-        Zenk::Singleton<Common::SFrameUtility, std::shared_ptr> frames(1);
-        Common::SFrameUtility* frameUtility = frames.Instance();
-        Zenk::Singleton<Common::Config::SConfigFile, std::shared_ptr> config(1);
-        const int pollRate = config.Instance()->ReadInteger(PollRateKey.name, PollRateKey.fallback);
-        Zenk::IntrudablePointer<Common::ITicker> made =
-            frameUtility->MakeTicker(TickPeriod(pollRate));
+        Common::SFrameUtility* frames = frameUtility.Instance();
+        const int pollRate =
+            configFile.Instance()->ReadInteger(PollRateKey.name, PollRateKey.fallback);
+        Zenk::IntrudablePointer<Common::ITicker> made = frames->MakeTicker(TickPeriod(pollRate));
+        // Kept only once it has its callback: should that fail, the next call tries again.
         made->SetTickCallback([this](unsigned long long) { Tick(); });
         ticker = std::move(made);
     }
