@@ -52,10 +52,10 @@ void InputCollectorImpl::QueryInputEvents() {
         Common::SFrameUtility* frames = frameUtility.Instance();
         const int pollRate =
             configFile.Instance()->ReadInteger(PollRateKey.name, PollRateKey.fallback);
-        Zenk::IntrudablePointer<Common::ITicker> made = frames->MakeTicker(TickPeriod(pollRate));
-        // Kept only once it has its callback: should that fail, the next call tries again.
-        made->SetTickCallback([this](unsigned long long) { Tick(); });
-        ticker = std::move(made);
+        // Stored before it gets its callback: should that fail, the next call finds the ticker
+        // in place and makes no second one.
+        ticker = frames->MakeTicker(TickPeriod(pollRate));
+        ticker->SetTickCallback([this](unsigned long long) { Tick(); });
     }
 
     SDL_Event event;

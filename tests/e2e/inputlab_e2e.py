@@ -43,7 +43,10 @@ class XServer:
             return
         read, write = os.pipe()
         self.process = subprocess.Popen(
-            ["Xvfb", "-displayfd", str(write), "-screen", "0", "1920x1080x24", "-nolisten", "tcp"],
+            # -noreset: a server that regenerates when its last client leaves drops the
+            # connection of whoever connects at that moment.
+            ["Xvfb", "-displayfd", str(write), "-screen", "0", "1920x1080x24", "-nolisten", "tcp",
+             "-noreset"],
             pass_fds=(write,), stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         os.close(write)
         with os.fdopen(read) as pipe:
@@ -234,6 +237,21 @@ class OnDisplay(Case):
             lab.process.kill()
             lab.finish()
 
+    def bind_key(self, keysym):
+        """Gives `keysym` a key code of its own before the lab starts. xdotool types a character
+        that the keymap lacks by mapping it to a spare code for one press and unmapping it right
+        after, so a lab that reads its X events late would find the code unmapped. Only on a
+        private server: a shared display's keymap is its user's."""
+        if self.server.process is None:
+            return
+        environment = dict(os.environ, DISPLAY=self.server.display)
+        keymap = subprocess.run(["xmodmap", "-pke"], check=True, capture_output=True, text=True,
+                                timeout=WAIT, env=environment).stdout
+        spare = next(line.split()[1] for line in keymap.splitlines()
+                     if line.startswith("keycode") and len(line.split()) == 3)
+        subprocess.run(["xmodmap", "-e", "keycode %s = %s" % (spare, keysym)], check=True,
+                       timeout=WAIT, env=environment)
+
     def park_pointer(self):
         """Moves the real pointer where no window is, so that no real motion mixes in."""
         subprocess.run(["xdotool", "mousemove", "1915", "1075"], check=True, timeout=WAIT,
@@ -311,6 +329,7 @@ class RealInput(OnDisplay):
     """Real X input through xdotool, as a person at the keyboard would give it."""
 
     def test_keyboard_mouse_menu_text_and_close(self):
+        self.bind_key("eacute")
         lab = self.start()
         lab.wait_for(r"^-- ready")
         window = lab.tool("xdotool", "search", "--sync", "--name", "Tavrino").split()[0]

@@ -3,6 +3,7 @@
 #include <common/SFrameUtility.h>
 
 #include <functional>
+#include <stdexcept>
 #include <vector>
 
 namespace Fakes {
@@ -11,6 +12,8 @@ namespace Fakes {
 class ManualTicker : public Common::ITicker {
 public:
     void SetTickCallback(std::function<void(unsigned long long)> callback) override {
+        if (refuse)
+            throw std::runtime_error("ticker refuses its callback");
         this->callback = std::move(callback);
     }
 
@@ -21,6 +24,7 @@ public:
     }
 
     std::function<void(unsigned long long)> callback;
+    bool refuse = false;
 };
 
 /// A frame utility that records the periods it was asked for and keeps its tickers reachable.
@@ -29,6 +33,7 @@ public:
     Zenk::IntrudablePointer<Common::ITicker> MakeTicker(unsigned long long period) override {
         periods.push_back(period);
         tickers.emplace_back(new ManualTicker);
+        tickers.back()->refuse = refuseCallbacks;
         return tickers.back();
     }
 
@@ -40,6 +45,7 @@ public:
 
     std::vector<unsigned long long> periods;
     std::vector<Zenk::IntrudablePointer<ManualTicker>> tickers;
+    bool refuseCallbacks = false; // the tickers made throw from SetTickCallback
 };
 
 } // namespace Fakes

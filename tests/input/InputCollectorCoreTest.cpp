@@ -2,6 +2,7 @@
 
 #include <common/ApplicationErrorException.h>
 
+#include <stdexcept>
 #include <vector>
 
 namespace Window {
@@ -14,6 +15,12 @@ struct RateRow {
     int pollRate;
     unsigned long long period;
 };
+
+// GoogleTest prints every row when it registers the cases; by default it dumps the bytes,
+// padding included, which a memory checker reports as uninitialised reads.
+void PrintTo(const RateRow& row, std::ostream* out) {
+    *out << row.name;
+}
 
 class TickPeriod : public ::testing::TestWithParam<RateRow> {};
 
@@ -55,6 +62,15 @@ TEST_F(CollectorCore, MissingServicesLeaveNoTickerAndTheNextCallRetries) {
     collector->QueryInputEvents();
     EXPECT_TRUE(probe.hasTicker());
     EXPECT_EQ(probe.keyEvents().size(), 1u);
+}
+
+// The ticker is kept before its callback is set: a refused callback makes no second ticker.
+TEST_F(CollectorCore, ATickerThatRefusesItsCallbackIsKeptAndNotMadeAgain) {
+    frames.refuseCallbacks = true;
+    EXPECT_THROW(collector->QueryInputEvents(), std::runtime_error);
+    EXPECT_TRUE(probe.hasTicker());
+    collector->QueryInputEvents();
+    EXPECT_EQ(frames.periods.size(), 1u);
 }
 
 // Where each kind of event goes, with text input off and on.
