@@ -3,8 +3,23 @@
 #include <zenkbase/split_to_numbers.h>
 
 #include <boost/lexical_cast.hpp>
+#include <boost/lexical_cast/try_lexical_convert.hpp>
 
 namespace Window {
+namespace {
+
+/// Boost 1.74 multiplies a byte's digit value before it checks that the byte is a digit, in
+/// `int` for a 16-bit target: a byte below '0' (".", "/", a misplaced thousands separator, any
+/// byte from 0x80) far enough from the end overflows ("1080.00000"). For a 32-bit target the
+/// same arithmetic is unsigned and wraps harmlessly, and it walks the same bytes by the same
+/// rules, locale grouping included; so a token that it refuses, the 16-bit cast refuses too,
+/// and one that it reads holds only digits where the 16-bit cast multiplies.
+bool SafeForTheCast(const std::string& token) {
+    unsigned int wide = 0;
+    return boost::conversion::try_lexical_convert(token, wide);
+}
+
+} // namespace
 
 std::string ResolutionToText(const Resolution& resolution) {
     return "{" + boost::lexical_cast<std::string>(resolution.width) + "," +
@@ -13,7 +28,7 @@ std::string ResolutionToText(const Resolution& resolution) {
 
 std::optional<Resolution> ResolutionFromText(const std::string& text) {
     const std::vector<std::string> numbers = Zenk::SplitToNumbers(text);
-    if (numbers.size() != 2)
+    if (numbers.size() != 2 || !SafeForTheCast(numbers[0]) || !SafeForTheCast(numbers[1]))
         return std::nullopt;
     try {
         // The cast, not a hand-written parser, decides what a number is: a sign, leading zeros

@@ -48,6 +48,9 @@ INSTANTIATE_TEST_SUITE_P(
                       TextRow{"BlankInFront", " {800,600}", std::nullopt},
                       TextRow{"BlankInsideNumber", "{8 00,600}", std::nullopt},
                       TextRow{"NotInteger", "{80.0,600}", std::nullopt},
+                      // Bytes below '0' this far from the end overflowed inside the cast.
+                      TextRow{"NotIntegerLong", "{1920,1080.00000}", std::nullopt},
+                      TextRow{"SlashInside", "{1/00000,600}", std::nullopt},
                       TextRow{"NotDecimal", "{0x20,600}", std::nullopt},
                       TextRow{"AboveLargest", "{65536,600}", std::nullopt},
                       TextRow{"SignWithoutDigits", "{+,600}", std::nullopt}),
