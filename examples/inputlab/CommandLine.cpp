@@ -1,8 +1,12 @@
 #include "CommandLine.h"
 
+#include "PrintableText.h"
+
 #include <boost/program_options.hpp>
 
+#include <charconv>
 #include <cstdlib>
+#include <limits>
 #include <sstream>
 
 namespace InputLab {
@@ -34,16 +38,14 @@ po::options_description Describe(const std::filesystem::path& defaultConfig) {
 }
 
 unsigned long long ParseFrames(const std::string& text) {
-    const auto bad = [&text] {
-        return CommandLineError("--frames needs a whole number of frames above 0, not \"" + text +
-                                "\"");
-    };
-    if (text.empty() || text.find_first_not_of("0123456789") != std::string::npos)
-        throw bad();
+    // The loop counts frames in an unsigned long long, so that is the limit.
     unsigned long long frames = 0;
-    std::istringstream stream(text);
-    if (!(stream >> frames) || frames == 0)
-        throw bad();
+    const char* const end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, frames);
+    if (error != std::errc() || stop != end || frames == 0)
+        throw CommandLineError("--frames needs a whole number of frames from 1 to " +
+                               std::to_string(std::numeric_limits<unsigned long long>::max()) +
+                               ", not " + Quoted(text));
     return frames;
 }
 
@@ -55,7 +57,16 @@ std::string HelpText(const std::string& program, const po::options_description& 
          << "screen, F3 window size, F2 text input (Backspace on an empty line ends it), W A S D\n"
          << "Q E and the modifiers light cells while held; the mouse moves the square, the wheel\n"
          << "pulses.\n\n"
-         << options;
+         << options << "\nExit codes:\n"
+         << "  " << static_cast<int>(ExitCode::Done) << "  done\n"
+         << "  " << static_cast<int>(ExitCode::Failed)
+         << "  the window system, Vulkan, the log or the screenshot failed\n"
+         << "  " << static_cast<int>(ExitCode::Misused) << "  the command line was not understood\n"
+         << "  " << static_cast<int>(ExitCode::BadScript)
+         << "  the input script could not be read or was not understood\n"
+         << "  " << static_cast<int>(ExitCode::BadConfiguration)
+         << "  the configuration file is missing (when named), unreadable, corrupt or holds a bad\n"
+         << "     value; nothing was started and nothing written\n";
     return text.str();
 }
 
@@ -83,8 +94,8 @@ LabOptions ParseCommandLine(int argc, const char* const argv[]) {
         const auto unknown = po::collect_unrecognized(parsed.options, po::include_positional);
         if (!unknown.empty())
             throw CommandLineError((unknown.front().rfind('-', 0) == 0
-                                        ? "unrecognised option '" + unknown.front() + "'"
-                                        : "unexpected argument '" + unknown.front() + "'") +
+                                        ? "unrecognised option " + Quoted(unknown.front())
+                                        : "unexpected argument " + Quoted(unknown.front())) +
                                    " (see --help)");
         po::store(parsed, values);
         po::notify(values);

@@ -25,6 +25,19 @@ struct LabOptions {
     std::string helpText;
 };
 
+/// The lab's exit codes, one per kind of failure; `--help` and README.md list them.
+enum class ExitCode : int {
+    Done = 0,
+    /// The window system, Vulkan, the log or the screenshot failed while starting or running.
+    Failed = 1,
+    /// The command line was not understood.
+    Misused = 2,
+    /// The input script could not be read or was not understood.
+    BadScript = 3,
+    /// The configuration file is missing (when named), unreadable, corrupt or holds a bad value.
+    BadConfiguration = 4,
+};
+
 /// A command line that cannot be obeyed; `what()` is the finished message.
 class CommandLineError : public std::runtime_error {
 public:
@@ -36,8 +49,8 @@ public:
 std::filesystem::path DefaultConfigPath(const char* xdgConfigHome, const char* home);
 
 /// Reads the options; the environment decides only the default configuration path.
-/// Throws `CommandLineError` for an unknown option, a missing or malformed value, or a
-/// positional argument.
+/// Throws `CommandLineError` for an unknown option, a missing or malformed value (`--frames`
+/// beyond 18446744073709551615 included), or a positional argument.
 LabOptions ParseCommandLine(int argc, const char* const argv[]);
 
 } // namespace InputLab

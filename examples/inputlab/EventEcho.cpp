@@ -1,5 +1,6 @@
 #include "EventEcho.h"
 
+#include "PrintableText.h"
 #include "VocabularyNames.h"
 
 #include <boost/locale/encoding_utf.hpp>
@@ -53,7 +54,8 @@ std::string EventEcho::CursorText(short x, short y, unsigned short priority,
 }
 
 std::string EventEcho::TextText(const std::wstring& text, unsigned char level) {
-    std::string line = "text \"" + ToUtf8(text) + "\"";
+    // Typed text may hold control characters; raw, they would steer the terminal.
+    std::string line = "text \"" + Printable(ToUtf8(text)) + "\"";
     // Code points make visible what the library decoded, whatever the terminal shows.
     const std::u32string points = boost::locale::conv::utf_to_utf<char32_t>(text);
     for (const char32_t point : points) {

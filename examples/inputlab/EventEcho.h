@@ -50,7 +50,8 @@ public:
     /// "cursor 100,200 (priority 0) modes {}"
     static std::string CursorText(short x, short y, unsigned short priority,
                                   const std::set<Window::Mode>& modes);
-    /// "text "é" U+00E9 (level 0)": the text in UTF-8 and each character's code point.
+    /// "text "é" U+00E9 (level 0)": the text in UTF-8, control characters escaped ("\x1b"), and
+    /// each character's code point.
     static std::string TextText(const std::wstring& text, unsigned char level);
     /// "window Close"
     static std::string WindowText(Window::WindowEvent event);

@@ -1,6 +1,11 @@
 #include "InputScript.h"
 
+#include "PrintableText.h"
+
+#include <algorithm>
+#include <charconv>
 #include <fstream>
+#include <limits>
 
 namespace InputLab {
 
@@ -22,30 +27,37 @@ std::string TakeWord(std::string& rest) {
 }
 
 std::string Trim(const std::string& text) {
-    const auto start = text.find_first_not_of(" \t\r");
+    const auto start = text.find_first_not_of(" \t");
     if (start == std::string::npos)
         return {};
-    const auto end = text.find_last_not_of(" \t\r");
+    const auto end = text.find_last_not_of(" \t");
     return text.substr(start, end - start + 1);
 }
 
-long long TakeNumber(std::string& rest, const char* what) {
+/// The next word as a `Number` from `least` to `most`; `what` names it in the message, which
+/// gives the range, so that a number beyond what the event can carry is refused rather than cut.
+template <typename Number>
+Number TakeNumber(std::string& rest, const char* what, Number least, Number most) {
     const std::string word = TakeWord(rest);
-    std::size_t used = 0;
-    long long value = 0;
-    try {
-        value = std::stoll(word, &used);
-    } catch (const std::exception&) {
-        used = 0;
-    }
-    if (word.empty() || used != word.size())
-        throw std::invalid_argument(std::string("expected ") + what + ", found \"" + word + "\"");
+    Number value{};
+    const char* const end = word.data() + word.size();
+    const auto [stop, error] = std::from_chars(word.data(), end, value);
+    if (word.empty() || error != std::errc() || stop != end || value < least || value > most)
+        throw std::invalid_argument(std::string("expected ") + what + " from " +
+                                    std::to_string(least) + " to " + std::to_string(most) +
+                                    ", found " + Quoted(word));
     return value;
+}
+
+/// A number that fills a 32-bit field of an SDL event, such as a motion's x or a wheel's y.
+template <typename Field> Field TakeField(std::string& rest, const char* what) {
+    return TakeNumber(rest, what, std::numeric_limits<Field>::min(),
+                      std::numeric_limits<Field>::max());
 }
 
 void ExpectEnd(const std::string& rest) {
     if (!Trim(rest).empty())
-        throw std::invalid_argument("unexpected \"" + Trim(rest) + "\" at the end");
+        throw std::invalid_argument("unexpected " + Quoted(Trim(rest)) + " at the end");
 }
 
 bool TakeDirection(std::string& rest, const char* what) {
@@ -54,8 +66,8 @@ bool TakeDirection(std::string& rest, const char* what) {
         return true;
     if (word == "up")
         return false;
-    throw std::invalid_argument(std::string(what) + " needs \"down\" or \"up\", found \"" + word +
-                                "\"");
+    throw std::invalid_argument(std::string(what) + " needs \"down\" or \"up\", found " +
+                                Quoted(word));
 }
 
 ScriptEvent ParseKey(std::string rest) {
@@ -66,7 +78,7 @@ ScriptEvent ParseKey(std::string rest) {
         throw std::invalid_argument("key needs a key name, such as a, 2, Escape or Left Shift");
     event.key = SDL_GetKeyFromName(name.c_str());
     if (event.key == SDLK_UNKNOWN)
-        throw std::invalid_argument("unknown key name \"" + name + "\"");
+        throw std::invalid_argument("unknown key name " + Quoted(name));
     return event;
 }
 
@@ -82,7 +94,7 @@ ScriptEvent ParseButton(std::string rest) {
     else if (name == "middle")
         event.button = SDL_BUTTON_MIDDLE;
     else
-        throw std::invalid_argument("unknown button \"" + name + "\" (left, right or middle)");
+        throw std::invalid_argument("unknown button " + Quoted(name) + " (left, right or middle)");
     return event;
 }
 
@@ -97,25 +109,36 @@ ScriptEvent ParseWindow(std::string rest) {
     else if (what == "maximize")
         event.kind = Kind::WindowMaximize;
     else
-        throw std::invalid_argument("unknown window event \"" + what +
-                                    "\" (close, minimize or maximize)");
+        throw std::invalid_argument("unknown window event " + Quoted(what) +
+                                    " (close, minimize or maximize)");
     return event;
 }
 
 ScriptEvent ParseText(const std::string& rest) {
-    // The text is taken as written, inner and trailing blanks included, apart from a CR.
-    std::string text = rest;
-    if (!text.empty() && text.back() == '\r')
-        text.pop_back();
+    // The text is taken as written, inner and trailing blanks included.
     ScriptEvent event;
     event.kind = Kind::Text;
-    if (text.empty())
+    if (rest.empty())
         throw std::invalid_argument("text needs at least one character");
-    // SDL's text event holds at most 31 bytes and a terminating NUL.
-    if (text.size() >= sizeof(SDL_TextInputEvent{}.text))
+    // SDL's text event holds at most 31 bytes and a terminating NUL; a reader of it takes the
+    // bytes as UTF-8.
+    if (rest.size() >= sizeof(SDL_TextInputEvent{}.text))
         throw std::invalid_argument("text is longer than 31 bytes");
-    event.text = text;
+    if (!IsUtf8(rest))
+        throw std::invalid_argument("text is not valid UTF-8: " + Quoted(rest));
+    event.text = rest;
     return event;
+}
+
+/// The last frame an event may have: the script's length, one more, must still be counted.
+constexpr unsigned long long lastFrame = std::numeric_limits<unsigned long long>::max() - 1;
+
+/// The move from `from` to `to`, held at Sint32's ends: two positions at far ends of the range
+/// are further apart than the field can say, and nothing reads more than the direction then.
+Sint32 Relative(Sint32 to, Sint32 from) {
+    const long long move = static_cast<long long>(to) - from;
+    return static_cast<Sint32>(std::clamp<long long>(move, std::numeric_limits<Sint32>::min(),
+                                                     std::numeric_limits<Sint32>::max()));
 }
 
 } // namespace
@@ -123,43 +146,50 @@ ScriptEvent ParseText(const std::string& rest) {
 InputScript InputScript::Load(const std::filesystem::path& path) {
     std::ifstream file(path, std::ios::binary);
     if (!file)
-        throw ScriptError("Cannot read input script \"" + path.string() + "\"");
+        throw ScriptError("Cannot read input script \"" + Printable(path.string()) + "\"");
     return Parse(file, path.string());
 }
 
 InputScript InputScript::Parse(std::istream& input, const std::string& name) {
     InputScript script;
     unsigned long long frame = 0;
-    unsigned int lineNumber = 0;
+    unsigned long long lineNumber = 0;
     std::string line;
     while (std::getline(input, line)) {
         ++lineNumber;
-        if (Trim(line).empty() || Trim(line).front() == '#')
-            continue;
         try {
+            if (!line.empty() && line.back() == '\r')
+                line.pop_back();
+            // SDL reads key names and text up to the first NUL: the rest would vanish unseen.
+            if (line.find('\0') != std::string::npos)
+                throw std::invalid_argument("NUL byte in the line");
+            if (Trim(line).empty() || Trim(line).front() == '#')
+                continue;
             std::string rest = line;
             const std::string verb = TakeWord(rest);
             ScriptEvent event;
             if (verb == "wait") {
-                const long long frames = TakeNumber(rest, "a number of frames");
+                const auto frames = TakeNumber(rest, "a number of frames", 0ULL, lastFrame);
                 ExpectEnd(rest);
-                if (frames < 0)
-                    throw std::invalid_argument("wait needs 0 or more frames");
-                frame += static_cast<unsigned long long>(frames);
+                if (frames > lastFrame - frame)
+                    throw std::invalid_argument("wait takes the script beyond frame " +
+                                                std::to_string(lastFrame) +
+                                                ", the last that the lab can count to");
+                frame += frames;
                 continue;
             }
             if (verb == "key") {
                 event = ParseKey(rest);
             } else if (verb == "motion") {
                 event.kind = Kind::Motion;
-                event.x = static_cast<int>(TakeNumber(rest, "an x coordinate"));
-                event.y = static_cast<int>(TakeNumber(rest, "a y coordinate"));
+                event.x = TakeField<Sint32>(rest, "an x coordinate");
+                event.y = TakeField<Sint32>(rest, "a y coordinate");
                 ExpectEnd(rest);
             } else if (verb == "button") {
                 event = ParseButton(rest);
             } else if (verb == "wheel") {
                 event.kind = Kind::Wheel;
-                event.y = static_cast<int>(TakeNumber(rest, "a number of steps"));
+                event.y = TakeField<Sint32>(rest, "a number of steps");
                 ExpectEnd(rest);
                 if (event.y == 0)
                     throw std::invalid_argument("wheel needs a number of steps other than 0");
@@ -168,17 +198,17 @@ InputScript InputScript::Parse(std::istream& input, const std::string& name) {
             } else if (verb == "window") {
                 event = ParseWindow(rest);
             } else {
-                throw std::invalid_argument("unknown event \"" + verb +
-                                            "\" (key, motion, button, wheel, text, window, wait)");
+                throw std::invalid_argument("unknown event " + Quoted(verb) +
+                                            " (key, motion, button, wheel, text, window, wait)");
             }
             script.entries.push_back({frame, lineNumber, event});
         } catch (const std::invalid_argument& problem) {
-            throw ScriptError("Input script \"" + name + "\", line " + std::to_string(lineNumber) +
-                              ": " + problem.what());
+            throw ScriptError("Input script \"" + Printable(name) + "\", line " +
+                              std::to_string(lineNumber) + ": " + problem.what());
         }
     }
     if (input.bad())
-        throw ScriptError("Cannot read input script \"" + name + "\"");
+        throw ScriptError("Cannot read input script \"" + Printable(name) + "\"");
     script.length = script.entries.empty() ? 0 : script.entries.back().frame + 1;
     return script;
 }
@@ -211,8 +241,8 @@ SDL_Event InputScript::ToSdlEvent(const ScriptEvent& source, int cursorX, int cu
         event.type = SDL_MOUSEMOTION;
         event.motion.x = source.x;
         event.motion.y = source.y;
-        event.motion.xrel = source.x - cursorX;
-        event.motion.yrel = source.y - cursorY;
+        event.motion.xrel = Relative(source.x, cursorX);
+        event.motion.yrel = Relative(source.y, cursorY);
         break;
     case Kind::ButtonDown:
     case Kind::ButtonUp:

@@ -37,7 +37,7 @@ struct ScriptEvent {
 /// An event and the frame before whose input poll it is injected.
 struct ScriptEntry {
     unsigned long long frame = 0;
-    unsigned int line = 0;
+    unsigned long long line = 0;
     ScriptEvent event;
 };
 
@@ -50,19 +50,23 @@ public:
 /// Input read from a text file and injected into SDL's queue with `SDL_PushEvent`, so that a run
 /// can be repeated exactly. Events reach the library as if the window system had sent them.
 ///
-/// One event per line; blank lines and lines starting with '#' are skipped:
+/// One event per line; blank lines and lines starting with '#' are skipped, a CR at the end of a
+/// line is dropped (CRLF files) and a NUL anywhere is refused:
 ///   key down NAME | key up NAME        NAME as SDL names keys: a, 2, Escape, Left Shift, F2
-///   motion X Y                         cursor position in window coordinates
+///   motion X Y                         cursor position in window coordinates, each within Sint32
 ///   button down B | button up B        B: left, right or middle
-///   wheel N                            N steps, positive away from the user, not 0
-///   text TEXT                          the rest of the line, 1 to 31 bytes of UTF-8
+///   wheel N                            N steps, positive away from the user, not 0, within Sint32
+///   text TEXT                          the rest of the line, 1 to 31 bytes of valid UTF-8
 ///   window close|minimize|maximize
-///   wait N                             the following lines come N frames later
+///   wait N                             the following lines come N frames later; all waits
+///                                      together stay below the frame counter's last value
 class InputScript {
 public:
     /// Reads and checks the whole file before anything runs.
     /// Throws `ScriptError`: "Cannot read input script "<path>"", or "Input script "<path>",
-    /// line <n>: <problem>" for the first line that is not understood.
+    /// line <n>: <problem>" for the first line that is not understood, such as "expected an x
+    /// coordinate from -2147483648 to 2147483647, found "4294967396"". Words quoted from the
+    /// script have their control bytes and bad UTF-8 escaped ("\x1b").
     static InputScript Load(const std::filesystem::path& path);
 
     /// As `Load`, from a stream; `name` stands for the file in messages.

@@ -2,7 +2,6 @@
 
 #include "Scene.h"
 
-#include <algorithm>
 #include <thread>
 
 namespace InputLab {
@@ -19,8 +18,8 @@ std::string SizeText(Window::Resolution size) {
 
 } // namespace
 
-Lab::Lab(Host::Bootstrap& host, const LabOptions& options, std::optional<InputScript> script,
-         std::ostream& console)
+Lab::Lab(Host::Bootstrap& host, const LabOptions& options, const LabSettings& settings,
+         std::optional<InputScript> script, std::ostream& console)
     : host(host)
     , options(options)
     , script(std::move(script))
@@ -28,7 +27,7 @@ Lab::Lab(Host::Bootstrap& host, const LabOptions& options, std::optional<InputSc
     Window::SInputCollector& collector = host.InputCollector();
     window = host.WindowFactory().CreateWindow();
     // The window read the same key when it was made; IWindow has no getter for the state.
-    state.fullScreen = host.Config().ReadInteger("Window/FullScreen", 0) != 0;
+    state.fullScreen = settings.fullScreen;
     renderer = std::make_unique<Renderer>(*window, options.screenshot.has_value());
 
     const LabContext context{collector, *window, host.Log(), state, echo};
@@ -47,8 +46,7 @@ Lab::Lab(Host::Bootstrap& host, const LabOptions& options, std::optional<InputSc
         windowReactors.push_back(std::move(reactor));
     }
 
-    const int pollRate = host.Config().ReadInteger("Window/Input/PollRate", 60);
-    rateProbe = host.Frames().MakeTicker(1000000ULL / static_cast<unsigned>(std::max(pollRate, 1)));
+    rateProbe = host.Frames().MakeTicker(settings.tickPeriod);
     rateProbe->SetTickCallback([this](unsigned long long) { ++ticks; });
 }
 

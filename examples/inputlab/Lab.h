@@ -4,6 +4,7 @@
 #include "EventEcho.h"
 #include "GameControls.h"
 #include "InputScript.h"
+#include "LabConfiguration.h"
 #include "LabState.h"
 #include "MenuControls.h"
 #include "PointerControls.h"
@@ -28,10 +29,11 @@ namespace InputLab {
 /// when it closes.
 class Lab {
 public:
-    /// Opens the window from the configuration and makes the renderer and the reactors.
-    /// Engine main thread. Throws what the library, the host and the renderer throw.
-    Lab(Host::Bootstrap& host, const LabOptions& options, std::optional<InputScript> script,
-        std::ostream& console);
+    /// Opens the window from the configuration, whose values `settings` holds as checked before
+    /// the host started, and makes the renderer and the reactors. Engine main thread.
+    /// Throws what the library, the host and the renderer throw.
+    Lab(Host::Bootstrap& host, const LabOptions& options, const LabSettings& settings,
+        std::optional<InputScript> script, std::ostream& console);
     ~Lab();
 
     Lab(const Lab&) = delete;

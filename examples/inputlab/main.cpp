@@ -4,6 +4,8 @@
 #include "CommandLine.h"
 #include "InputScript.h"
 #include "Lab.h"
+#include "LabConfiguration.h"
+#include "PrintableText.h"
 
 #include <host/Bootstrap.h>
 #include <zenkbase/missing_instance.h>
@@ -12,13 +14,10 @@
 #include <csignal>
 #include <filesystem>
 #include <iostream>
+#include <optional>
+#include <string>
 
 namespace {
-
-// Exit codes: 0 done, 1 a failure while running, 2 a command line or script that was not
-// understood (nothing was started).
-constexpr int failed = 1;
-constexpr int misused = 2;
 
 std::atomic<bool> interrupted{false};
 
@@ -26,28 +25,40 @@ extern "C" void Interrupt(int) {
     interrupted = true;
 }
 
+/// Prints the message of a failure, its control bytes escaped (it may quote a file or an
+/// argument), and gives the exit code of its kind.
+int Fail(const std::string& message, InputLab::ExitCode code) {
+    std::cerr << "inputlab: " << InputLab::Printable(message) << '\n';
+    return static_cast<int>(code);
+}
+
 } // namespace
 
 int main(int argc, char* argv[]) {
     using namespace InputLab;
 
+    // Everything from outside is read and checked before anything starts, so that bad input
+    // costs no window and no write.
     LabOptions options;
-    std::optional<InputScript> script;
     try {
         options = ParseCommandLine(argc, argv);
-        if (options.help) {
-            std::cout << options.helpText;
-            return 0;
-        }
-        // Checked before anything starts, so that bad input costs no window and no write.
-        if (options.configNamed && !std::filesystem::exists(options.configPath))
-            throw CommandLineError("configuration file " + options.configPath.string() +
-                                   " does not exist");
+    } catch (const CommandLineError& error) {
+        return Fail(error.what(), ExitCode::Misused);
+    }
+    if (options.help) {
+        std::cout << options.helpText;
+        return 0;
+    }
+    std::optional<InputScript> script;
+    LabSettings settings;
+    try {
         if (options.script)
             script = InputScript::Load(*options.script);
-    } catch (const std::exception& error) {
-        std::cerr << "inputlab: " << error.what() << '\n';
-        return misused;
+        settings = LoadConfiguration(options.configPath, options.configNamed);
+    } catch (const ScriptError& error) {
+        return Fail(error.what(), ExitCode::BadScript);
+    } catch (const ConfigurationError& error) {
+        return Fail(error.what(), ExitCode::BadConfiguration);
     }
 
     // Ctrl+C ends the loop like closing the window, so the window still saves its state.
@@ -60,14 +71,12 @@ int main(int argc, char* argv[]) {
             log.file = *options.logFile;
         Host::Bootstrap host({options.configPath, log});
         // The lab, and with it the window, goes before the bootstrap that it needs.
-        Lab lab(host, options, std::move(script), std::cout);
+        Lab lab(host, options, settings, std::move(script), std::cout);
         lab.Run(interrupted);
     } catch (const std::exception& error) {
-        std::cerr << "inputlab: " << error.what() << '\n';
-        return failed;
+        return Fail(error.what(), ExitCode::Failed);
     } catch (const Zenk::MissingInstance& error) {
-        std::cerr << "inputlab: " << error.message << '\n';
-        return failed;
+        return Fail(error.message, ExitCode::Failed);
     }
     return 0;
 }

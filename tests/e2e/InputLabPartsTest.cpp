@@ -4,7 +4,9 @@
 #include "CommandLine.h"
 #include "EventEcho.h"
 #include "InputScript.h"
+#include "LabConfiguration.h"
 #include "PngFile.h"
+#include "PrintableText.h"
 #include "Scene.h"
 
 #include <gtest/gtest.h>
@@ -16,6 +18,8 @@
 
 namespace InputLab {
 namespace {
+
+using namespace std::string_literals; // for rows that hold a NUL
 
 /// The message of the `Error` that `action` throws, or "(no error)".
 template <typename Error, typename Action> std::string MessageOf(Action action) {
@@ -52,6 +56,7 @@ TEST(CommandLineTest, EveryOptionIsTakenAndDescribed) {
     EXPECT_EQ(options.screenshot, std::filesystem::path("s.png"));
     EXPECT_EQ(options.script, std::filesystem::path("in.txt"));
     EXPECT_EQ(options.logFile, std::filesystem::path("lab.log"));
+    EXPECT_EQ(Parse({"--frames", "18446744073709551615"}).frames, ~0ULL);
 
     const LabOptions help = Parse({"--help"});
     ASSERT_TRUE(help.help);
@@ -73,12 +78,13 @@ TEST_P(BadCommandLineTest, GivesOneMessageNamingTheProblem) {
 }
 
 const BadCommandLine badCommandLines[] = {
-    {"UnknownOption", {"--fullscreen"}, "unrecognised option '--fullscreen'"},
+    {"UnknownOption", {"--fullscreen"}, "unrecognised option \"--fullscreen\""},
     {"MissingValue", {"--frames"}, "--frames"},
-    {"FramesZero", {"--frames", "0"}, "whole number of frames above 0, not \"0\""},
+    {"FramesZero", {"--frames", "0"}, "frames from 1 to 18446744073709551615, not \"0\""},
     {"FramesNegative", {"--frames", "-3"}, "not \"-3\""},
-    {"FramesHuge", {"--frames", "99999999999999999999999"}, "not \"9999"},
-    {"StrayWord", {"extra"}, "extra"},
+    {"FramesHuge", {"--frames", "18446744073709551616"}, "to 18446744073709551615, not \"1844"},
+    {"FramesTrailing", {"--frames", "5x"}, "not \"5x\""},
+    {"StrayWordEscaped", {"\x1b[2J"}, "unexpected argument \"\\x1b[2J\""},
     {"TwiceTheSame", {"--config", "a", "--config", "b"}, "config"},
 };
 
@@ -122,8 +128,15 @@ const GoodLine goodLines[] = {
     {"Motion", "motion -5 7", {Kind::Motion, SDLK_UNKNOWN, -5, 7, 0, ""}},
     {"ButtonLeft", "button down left", {Kind::ButtonDown, SDLK_UNKNOWN, 0, 0, SDL_BUTTON_LEFT, ""}},
     {"ButtonUp", "button up middle", {Kind::ButtonUp, SDLK_UNKNOWN, 0, 0, SDL_BUTTON_MIDDLE, ""}},
+    {"MotionAtSint32Ends",
+     "motion -2147483648 2147483647",
+     {Kind::Motion, SDLK_UNKNOWN, -2147483647 - 1, 2147483647, 0, ""}},
+    {"MotionCrlf", "motion 20 30\r\n", {Kind::Motion, SDLK_UNKNOWN, 20, 30, 0, ""}},
     {"Wheel", "wheel -2", {Kind::Wheel, SDLK_UNKNOWN, 0, -2, 0, ""}},
     {"TextKeepsBlanks", "text é b ", {Kind::Text, SDLK_UNKNOWN, 0, 0, 0, "é b "}},
+    {"TextCrlfLongest",
+     "text ééééééééééééééé.\r",
+     {Kind::Text, SDLK_UNKNOWN, 0, 0, 0, "ééééééééééééééé."}},
     {"WindowClose", "window close", {Kind::WindowClose, SDLK_UNKNOWN, 0, 0, 0, ""}},
     {"WindowMinimize", "window minimize", {Kind::WindowMinimize, SDLK_UNKNOWN, 0, 0, 0, ""}},
 };
@@ -133,16 +146,15 @@ INSTANTIATE_TEST_SUITE_P(InputScript, GoodLineTest, testing::ValuesIn(goodLines)
 
 struct BadLine {
     const char* name;
-    const char* script;
-    const char* message; // after "Input script \"tour.txt\", line "
+    std::string script;
+    std::string message; // after "Input script \"tour.txt\", line "
 };
 
 class BadLineTest : public testing::TestWithParam<BadLine> {};
 
 TEST_P(BadLineTest, NamesFileLineAndProblem) {
     const std::string message = MessageOf<ScriptError>([] { ParseText(GetParam().script); });
-    const std::string expected =
-        std::string("Input script \"tour.txt\", line ") + GetParam().message;
+    const std::string expected = "Input script \"tour.txt\", line " + GetParam().message;
     EXPECT_NE(message.find(expected), std::string::npos) << message;
 }
 
@@ -151,14 +163,33 @@ const BadLine badLines[] = {
     {"UnknownKey", "key down nokey", "1: unknown key name \"nokey\""},
     {"KeyWithoutName", "key down", "1: key needs a key name"},
     {"KeyWithoutDirection", "key sideways a", "1: key needs \"down\" or \"up\""},
-    {"MotionMissingY", "motion 5", "1: expected a y coordinate, found \"\""},
+    {"MotionMissingY", "motion 5",
+     "1: expected a y coordinate from -2147483648 to 2147483647, found \"\""},
+    {"MotionBeyondInt", "motion 1099511627776 5",
+     "1: expected an x coordinate from -2147483648 to 2147483647, found \"1099511627776\""},
+    {"MotionWouldWrap", "motion 4294967396 0",
+     "1: expected an x coordinate from -2147483648 to 2147483647, found \"4294967396\""},
+    {"MotionPlusSign", "motion +5 0",
+     "1: expected an x coordinate from -2147483648 to 2147483647, found \"+5\""},
     {"MotionTrailing", "motion 1 2 3", "1: unexpected \"3\" at the end"},
     {"UnknownButton", "button down side", "1: unknown button \"side\""},
     {"WheelZero", "wheel 0", "1: wheel needs a number of steps other than 0"},
+    {"WheelWouldBeOne", "wheel 4294967297",
+     "1: expected a number of steps from -2147483648 to 2147483647, found \"4294967297\""},
+    {"WheelWouldBeZero", "wheel 4294967296",
+     "1: expected a number of steps from -2147483648 to 2147483647, found \"4294967296\""},
     {"TextEmpty", "text", "1: text needs at least one character"},
     {"TextTooLong", "text 0123456789012345678901234567890123", "1: text is longer than 31"},
+    {"TextNotUtf8", "text a\xff", "1: text is not valid UTF-8: \"a\\xff\""},
+    {"TextOverlong", "text \xc0\xaf", "1: text is not valid UTF-8: \"\\xc0\\xaf\""},
+    {"TextNul", "text a\0b"s, "1: NUL byte in the line"},
+    {"KeyNameNul", "key down a\0"s, "1: NUL byte in the line"},
+    {"BinaryEscaped", "\x1b[31m\xfe" + std::string(50, 'x'),
+     "1: unknown event \"\\x1b[31m\\xfe" + std::string(28, 'x') + "...\""},
     {"WindowUnknown", "window explode", "1: unknown window event \"explode\""},
-    {"WaitNegative", "wait -1", "1: wait needs 0 or more frames"},
+    {"WaitNegative", "wait -1", "1: expected a number of frames from 0 to 18446744073709551614"},
+    {"WaitsBeyondTheCounter", "wait 9223372036854775807\nwait 9223372036854775807\nwait 1",
+     "3: wait takes the script beyond frame 18446744073709551614"},
     {"CountsSkippedLines", "# tour\r\n\n  \nkey down a\nwait x", "5: expected a number"},
 };
 
@@ -167,7 +198,7 @@ INSTANTIATE_TEST_SUITE_P(InputScript, BadLineTest, testing::ValuesIn(badLines),
 
 TEST(InputScriptTest, WaitsMoveLaterLinesToLaterFrames) {
     const InputScript script =
-        ParseText("key down a\nwait 3\n# x\r\nkey up a\nwait 0\nwait 2\nwheel 1");
+        ParseText("key down a\r\nwait 3\r\n# x\r\nkey up a\nwait 0\nwait 2\r\nwheel 1");
     ASSERT_EQ(script.Entries().size(), 3U);
     EXPECT_EQ(script.Entries()[0].frame, 0U);
     EXPECT_EQ(script.Entries()[1].frame, 3U);
@@ -212,6 +243,88 @@ TEST(InputScriptTest, InjectsEachEventOnceInItsFrame) {
     SDL_Quit();
 }
 
+// --- configuration ---
+
+/// A folder of its own for each test, gone at its end.
+class ConfigurationTest : public testing::Test {
+protected:
+    void SetUp() override { std::filesystem::create_directories(folder); }
+    void TearDown() override { std::filesystem::remove_all(folder); }
+
+    std::filesystem::path Write(const std::string& text) {
+        std::ofstream(folder / "config.toml") << text;
+        return folder / "config.toml";
+    }
+
+    const std::filesystem::path folder =
+        std::filesystem::temp_directory_path() / ("inputlab_config_" + std::to_string(::getpid()));
+};
+
+TEST_F(ConfigurationTest, ValuesAreReadAsTheLibraryReadsThem) {
+    const LabSettings defaults = LoadConfiguration(folder / "first.toml", false);
+    EXPECT_FALSE(defaults.fullScreen);
+    EXPECT_EQ(defaults.tickPeriod, 16666U);
+    EXPECT_FALSE(std::filesystem::exists(folder / "first.toml")); // nothing is written
+
+    const LabSettings odd = LoadConfiguration(
+        Write("[Window]\nFullScreen = -1\nResolution = '{ -1 ,, 700 }'\n[Window.Input]\n"
+              "PollRate = 2000000\n"),
+        true);
+    EXPECT_FALSE(odd.fullScreen);  // only above 0 is full screen
+    EXPECT_EQ(odd.tickPeriod, 1U); // beyond a tick per microsecond: the fastest
+    EXPECT_EQ(LoadConfiguration(Write("Window.Input.PollRate = 0\nWindow.FullScreen = 2"), true)
+                  .tickPeriod,
+              16666U); // 0 or below: the default
+}
+
+struct BadConfiguration {
+    const char* name;
+    const char* text; // null: no file; "/": a folder in its place
+    const char* message;
+};
+
+class BadConfigurationTest : public ConfigurationTest,
+                             public testing::WithParamInterface<BadConfiguration> {};
+
+TEST_P(BadConfigurationTest, IsRefusedBeforeAnythingStarts) {
+    const std::filesystem::path path = folder / "config.toml";
+    const char* const text = GetParam().text;
+    if (text != nullptr && text == "/"s)
+        std::filesystem::create_directories(path);
+    else if (text != nullptr)
+        Write(text);
+    const std::string message =
+        MessageOf<ConfigurationError>([&] { LoadConfiguration(path, true); });
+    EXPECT_NE(message.find(GetParam().message), std::string::npos) << message;
+    EXPECT_NE(message.find(path.string()), std::string::npos) << message;
+}
+
+const BadConfiguration badConfigurations[] = {
+    {"MissingWhenNamed", nullptr, "does not exist"},
+    {"Folder", "/", "Cannot read configuration file"},
+    {"Corrupt", "[Window\n", "is not valid TOML at line 1"},
+    {"PollRateBeyondInt", "[Window.Input]\nPollRate = 4294967296\n", "\"Window/Input/PollRate\""},
+    {"FullScreenWord", "[Window]\nFullScreen = 'yes'\n", "\"Window/FullScreen\""},
+    {"ResolutionNotAPair", "[Window]\nResolution = '{800 600}'\n",
+     "holds \"{800 600}\", which is not a size such as \"{1000,1000}\""},
+    {"ResolutionBeyond16Bits", "[Window]\nResolution = '{70000,700}'\n", "from 0 to 65535"},
+    {"ResolutionFraction", "[Window]\nResolution = '{1080.00000,700}'\n", "\"{1080.00000,700}\""},
+};
+
+INSTANTIATE_TEST_SUITE_P(Configuration, BadConfigurationTest, testing::ValuesIn(badConfigurations),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+// --- printable text ---
+
+TEST(PrintableTextTest, EscapesWhatWouldSteerTheTerminal) {
+    EXPECT_EQ(Printable("é\tb\x1b[2J\x7f"), "é\\x09b\\x1b[2J\\x7f");
+    EXPECT_EQ(Printable("\xc2\x9b \xff\xe2\x82"), "\\xc2\\x9b \\xff\\xe2\\x82"); // C1, bad, cut
+    EXPECT_EQ(Printable("\\x1b"), "\\x1b"); // escaping twice changes nothing
+    EXPECT_EQ(Quoted(std::string(41, 'a')), '"' + std::string(40, 'a') + "...\"");
+    EXPECT_FALSE(IsUtf8("\xed\xa0\x80")); // a surrogate
+    EXPECT_TRUE(IsUtf8("\xf4\x8f\xbf\xbf"));
+}
+
 // --- event echo ---
 
 using Window::Mode;
@@ -243,6 +356,7 @@ TEST(EventEchoTest, OneLinePerKindReadsLikeTheLibrarysNames) {
     EXPECT_EQ(EventEcho::CursorText(-3, 700, 2, {}), "cursor -3,700 (priority 2) modes {}");
     EXPECT_EQ(EventEcho::TextText(L"\u00e9\U0001F600", 0), // beyond the basic plane too
               "text \"\xC3\xA9\xF0\x9F\x98\x80\" U+00E9 U+1F600 (level 0)");
+    EXPECT_EQ(EventEcho::TextText(L"\x1b[J", 1), "text \"\\x1b[J\" U+001B U+005B U+004A (level 1)");
     EXPECT_EQ(EventEcho::WindowText(Window::WindowEvent::Close), "window Close");
 }
 
