@@ -192,7 +192,7 @@ class Errors(Case):
         corrupt = "[Window\nResolution = '{900,800}'\n"
         self.write("config.toml", corrupt)
         code, _, errors = run_lab(["--config", self.config, "--frames", "1"], self.folder)
-        self.assertEqual(code, 1)
+        self.assertEqual(code, 4)
         self.assertOneMessage(errors, self.config, "line 1")
         with open(self.config, encoding="utf-8") as file:
             self.assertEqual(file.read(), corrupt)
@@ -200,7 +200,7 @@ class Errors(Case):
     def test_bad_script_line_names_file_and_line(self):
         script = self.write("tour.txt", "# tour\nkey down a\nkey down nokey\n")
         code, _, errors = run_lab(["--config", self.config, "--script", script], self.folder)
-        self.assertEqual(code, 2)
+        self.assertEqual(code, 3)
         self.assertOneMessage(errors, script, "line 3", "nokey")
         with open(self.config, encoding="utf-8") as file:
             self.assertEqual(file.read(), "")
@@ -208,14 +208,14 @@ class Errors(Case):
     def test_missing_config_is_named(self):
         missing = self.path("missing.toml")
         code, _, errors = run_lab(["--config", missing, "--frames", "1"], self.folder)
-        self.assertEqual(code, 2)
+        self.assertEqual(code, 4)
         self.assertOneMessage(errors, missing, "does not exist")
         self.assertFalse(os.path.exists(missing))
 
     def test_missing_script(self):
         missing = self.path("missing.txt")
         code, _, errors = run_lab(["--config", self.config, "--script", missing], self.folder)
-        self.assertEqual(code, 2)
+        self.assertEqual(code, 3)
         self.assertOneMessage(errors, missing)
 
 
