@@ -10,11 +10,18 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <utility>
 
 namespace Host {
 
 /// What the bootstrap needs to know of the host.
 struct BootstrapSettings {
+    /// A configuration file and, unless given, a log to the console alone. Not explicit, so that
+    /// `Host::Bootstrap host({path})` reads as it means.
+    BootstrapSettings(std::filesystem::path configFile, MessageLogSettings log = {})
+        : configFile(std::move(configFile))
+        , log(std::move(log)) {}
+
     /// The configuration file (TOML); created by the first write when missing.
     std::filesystem::path configFile;
     /// Where the message log writes.
