@@ -29,8 +29,8 @@ public:
     /// Loads the file at `path`; a missing file is an empty configuration, which the first write
     /// creates along with missing folders. Host start-up thread.
     /// Throws `std::invalid_argument` ("Configuration file path is empty") for an empty path, and
-    /// `std::runtime_error`: "Configuration file "<path>" is not valid TOML at line <L>,
-    /// column <C>: <reason>" for a corrupt file, or "Cannot read configuration file "<path>""
+    /// `std::runtime_error`: `Configuration file "<path>" is not valid TOML at line <L>,
+    /// column <C>: <reason>` for a corrupt file, or `Cannot read configuration file "<path>"`
     /// when it exists but cannot be read.
     explicit ConfigFile(std::filesystem::path path);
     ~ConfigFile() override;
@@ -40,10 +40,10 @@ public:
 
     /// The text under `key`, or `fallback` when there is none. Integers and floats read as their
     /// TOML text, booleans as "1" or "0".
-    /// Throws `std::invalid_argument` ("Configuration key "<key>" has an empty part") for a key
-    /// such as "a//b", and `std::runtime_error` ("Configuration key "<key>" in "<path>" holds a
-    /// table, not a value" or "... holds an array, not a value", or "Configuration key "<key>"
-    /// in "<path>": "<part>" is not a table") when the file's shape does not fit the key.
+    /// Throws `std::invalid_argument` (`Configuration key "<key>" has an empty part`) for a key
+    /// such as "a//b", and `std::runtime_error` (`Configuration key "<key>" in "<path>" holds a
+    /// table, not a value` or `... holds an array, not a value`, or `Configuration key "<key>"
+    /// in "<path>": "<part>" is not a table`) when the file's shape does not fit the key.
     std::string ReadText(const std::string& key, const std::string& fallback) override;
 
     /// Stores `text` under `key` as a TOML string and rewrites the file before returning, creating
@@ -51,14 +51,14 @@ public:
     /// file is gone), and memory then holds that. A table or array in the key's place is refused,
     /// not replaced. When the write fails, memory and file both keep the old content.
     /// Throws as `ReadText` for a bad key or a conflicting shape, as the constructor when the file
-    /// can no longer be read or parsed, and `std::runtime_error` ("Cannot write configuration
-    /// file "<path>": <reason>", with the system's reason) when the file cannot be replaced.
+    /// can no longer be read or parsed, and `std::runtime_error` (`Cannot write configuration
+    /// file "<path>": <reason>`, with the system's reason) when the file cannot be replaced.
     void WriteText(const std::string& key, const std::string& text) override;
 
     /// The integer under `key`, or `fallback` when there is none. A string holding exactly a
     /// decimal integer ("1", "-40") reads as that number, a boolean as 1 or 0.
-    /// Throws as `ReadText`, and `std::runtime_error` ("Configuration key "<key>" in "<path>"
-    /// holds <value>, which is not an integer") for any other value or one beyond `int`.
+    /// Throws as `ReadText`, and `std::runtime_error` (`Configuration key "<key>" in "<path>"
+    /// holds <value>, which is not an integer`) for any other value or one beyond `int`.
     int ReadInteger(const std::string& key, int fallback) override;
 
     /// The file this configuration reads and writes.

@@ -32,7 +32,7 @@ struct MessageLogSettings {
 class MessageLog final : public Common::Log::SMessageLog {
 public:
     /// Opens the sinks. Host start-up thread.
-    /// Throws `std::runtime_error` ("Cannot open log file "<path>": <reason>") when the file
+    /// Throws `std::runtime_error` (`Cannot open log file "<path>": <reason>`) when the file
     /// cannot be opened for appending.
     explicit MessageLog(const MessageLogSettings& settings);
     ~MessageLog() override;
