@@ -1,3 +1,5 @@
+#include "TomlText.h"
+
 #include <host/ConfigFile.h>
 
 #include <toml++/toml.h>
@@ -18,11 +20,15 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #else
 #include <atomic>
 #include <chrono>
+#define NOMINMAX
+#define WIN32_LEAN_AND_MEAN
+#include <windows.h>
 #endif
 
 namespace Host {
@@ -34,7 +40,7 @@ struct ConfigFile::Document {
 namespace {
 
 std::string Quoted(const std::string& text) {
-    return "\"" + text + "\"";
+    return "\"" + TomlText::Printable(text) + "\"";
 }
 
 std::string Quoted(const std::filesystem::path& path) {
@@ -44,6 +50,9 @@ std::string Quoted(const std::filesystem::path& path) {
 /// "Window/Input/PollRate" -> "Window", "Input", "PollRate". Every part must have a name: an
 /// empty one would be a table that no TOML key can write back.
 std::vector<std::string> SplitKey(const std::string& key) {
+    if (!TomlText::IsUtf8(key))
+        throw std::invalid_argument("Configuration key " + Quoted(key) +
+                                    " is not UTF-8, which a TOML file cannot hold");
     std::vector<std::string> parts;
     std::string::size_type start = 0;
     while (true) {
@@ -92,7 +101,7 @@ const toml::node* Find(const toml::table& root, const std::string& key,
 }
 
 /// The value as it is written in the file, for messages and for non-string reads.
-std::string TomlText(const toml::node& value) {
+std::string Written(const toml::node& value) {
     if (const auto* string = value.as_string())
         return Quoted(string->get());
     std::ostringstream text;
@@ -124,7 +133,7 @@ std::optional<toml::table> Parse(const std::filesystem::path& path) {
         return std::nullopt;
     const std::string text = LoadText(path);
     try {
-        return toml::parse(text, path.string());
+        return TomlText::Parse(text, path.string());
     } catch (const toml::parse_error& failure) {
         std::ostringstream message;
         message << "Configuration file " << Quoted(path) << " is not valid TOML at line "
@@ -148,33 +157,139 @@ std::filesystem::path LinkTarget(std::filesystem::path path) {
     return path;
 }
 
+std::runtime_error WriteFailure(const std::filesystem::path& shown, const std::string& reason) {
+    return std::runtime_error("Cannot write configuration file " + Quoted(shown) + ": " + reason);
+}
+
+std::filesystem::path Folder(const std::filesystem::path& file) {
+    return file.has_parent_path() ? file.parent_path() : std::filesystem::path(".");
+}
+
+#if !defined(_WIN32)
+std::string SystemReason(const std::string& what, const std::filesystem::path& file) {
+    return what + " " + Quoted(file) + ": " + std::generic_category().message(errno);
+}
+#endif
+
+/// The advisory lock on "<file>.lock" beside the file that a write replaces, held from reading
+/// the file to replacing it, so that writers in other processes and other instances in this one
+/// take turns and none loses another's keys. The lock file stays: removing it would let a writer
+/// that opened it just before lock a file that the others no longer see.
+class WriteLock {
+public:
+    WriteLock(const std::filesystem::path& shown, const std::filesystem::path& target) {
+        std::filesystem::path name = target;
+        name += ".lock";
+#if !defined(_WIN32)
+        // As private as the file: whoever may read it may take turns at writing it.
+        struct stat file {};
+        const mode_t mode =
+            ::stat(target.c_str(), &file) == 0 ? (file.st_mode & 0666) | 0400 : 0600;
+        descriptor = ::open(name.c_str(), O_RDONLY | O_CREAT | O_CLOEXEC, mode);
+        if (descriptor < 0)
+            throw WriteFailure(shown, SystemReason("cannot open the lock file", name));
+        while (::flock(descriptor, LOCK_EX) != 0) {
+            if (errno == EINTR)
+                continue;
+            const auto failure = WriteFailure(shown, SystemReason("cannot lock", name));
+            ::close(descriptor);
+            throw failure;
+        }
+#else
+        handle = ::CreateFileW(name.c_str(), GENERIC_READ | GENERIC_WRITE,
+                               FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                               OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+        const auto reason = [&name](const std::string& what) {
+            return what + " " + Quoted(name) + ": " +
+                   std::system_category().message(static_cast<int>(::GetLastError()));
+        };
+        if (handle == INVALID_HANDLE_VALUE)
+            throw WriteFailure(shown, reason("cannot open the lock file"));
+        OVERLAPPED whole{};
+        if (!::LockFileEx(handle, LOCKFILE_EXCLUSIVE_LOCK, 0, MAXDWORD, MAXDWORD, &whole)) {
+            const auto failure = WriteFailure(shown, reason("cannot lock"));
+            ::CloseHandle(handle);
+            throw failure;
+        }
+#endif
+    }
+
+    ~WriteLock() {
+        // Closing alone releases the lock.
+#if !defined(_WIN32)
+        ::close(descriptor);
+#else
+        ::CloseHandle(handle);
+#endif
+    }
+
+    WriteLock(const WriteLock&) = delete;
+    WriteLock& operator=(const WriteLock&) = delete;
+
+private:
+#if !defined(_WIN32)
+    int descriptor = -1;
+#else
+    HANDLE handle = INVALID_HANDLE_VALUE;
+#endif
+};
+
+/// Removes the temporary files ("<file>.tmp.XXXXXX") that writers killed mid-write left beside
+/// `target`. Safe only under the write lock: a live writer makes its temporary file only while it
+/// holds the lock, so any other one found then has no writer.
+void RemoveStaleTemporaries(const std::filesystem::path& target) {
+    std::filesystem::path prefix = target.filename();
+    prefix += ".tmp.";
+    const auto& start = prefix.native();
+    std::error_code error;
+    for (std::filesystem::directory_iterator entry(Folder(target), error), end;
+         !error && entry != end; entry.increment(error)) {
+        const auto name = entry->path().filename().native();
+        bool stale = name.size() == start.size() + 6 && name.compare(0, start.size(), start) == 0;
+        for (std::size_t i = start.size(); stale && i < name.size(); ++i)
+            stale = (name[i] >= '0' && name[i] <= '9') || (name[i] >= 'a' && name[i] <= 'z') ||
+                    (name[i] >= 'A' && name[i] <= 'Z');
+        std::error_code ignored; // one that cannot go now goes at a later write
+        if (stale)
+            std::filesystem::remove(entry->path(), ignored);
+    }
+}
+
+/// `root` as TOML text that loads back to exactly `root`. toml++ 3.3 writes some texts and keys so
+/// that they load back changed or not at all, and no such text may replace the file.
+/// Throws naming `shown` and the first key that would come back different.
+std::string Formatted(const toml::table& root, const std::filesystem::path& shown) {
+    std::string content = TomlText::Format(root);
+    std::optional<std::string> difference;
+    try {
+        difference = TomlText::FirstDifference(root, TomlText::Parse(content, shown.string()));
+    } catch (const toml::parse_error& failure) {
+        throw WriteFailure(shown, "its new text would not load back (" +
+                                      std::string(failure.description()) +
+                                      "), so it was left as it was");
+    }
+    if (difference)
+        throw WriteFailure(shown, "key " + Quoted(*difference) +
+                                      " would not read back as it is, so it was left as it was");
+    return content;
+}
+
 /// Replaces `target` by a file holding `content`, with the old file's permission bits: a
 /// temporary file of its own beside it, flushed to the disk, then a rename, which is atomic on one
 /// file system. Any failure before the rename removes the temporary file and throws, naming
-/// `shown` and the system's reason.
+/// `shown` and the system's reason. Called under the write lock, in an existing folder.
 void ReplaceFile(const std::filesystem::path& shown, const std::filesystem::path& target,
                  const std::string& content) {
-    const auto fail = [&shown](const std::string& reason) {
-        return std::runtime_error("Cannot write configuration file " + Quoted(shown) + ": " +
-                                  reason);
-    };
-    std::error_code error;
-    const std::filesystem::path folder =
-        target.has_parent_path() ? target.parent_path() : std::filesystem::path(".");
-    std::filesystem::create_directories(folder, error);
-    if (error)
-        throw fail(error.message());
+    const auto fail = [&shown](const std::string& reason) { return WriteFailure(shown, reason); };
+    const std::filesystem::path folder = Folder(target);
 #if !defined(_WIN32)
-    const auto reason = [](const std::string& what, const std::filesystem::path& file) {
-        return what + " " + Quoted(file) + ": " + std::generic_category().message(errno);
-    };
     std::string name = target.string() + ".tmp.XXXXXX";
     int descriptor = ::mkstemp(name.data());
     if (descriptor < 0)
-        throw fail(reason("cannot create a temporary file beside", target));
+        throw fail(SystemReason("cannot create a temporary file beside", target));
     const std::filesystem::path temporary = name;
     const auto abandon = [&](const std::string& what) {
-        const std::string message = reason(what, temporary);
+        const std::string message = SystemReason(what, temporary);
         if (descriptor >= 0)
             ::close(descriptor);
         ::unlink(temporary.c_str());
@@ -206,12 +321,18 @@ void ReplaceFile(const std::filesystem::path& shown, const std::filesystem::path
     }
 #else
     // No descriptor to flush here; the stream's state still stops a failed write before the
-    // rename.
+    // rename. The name has the shape that RemoveStaleTemporaries looks for.
     static std::atomic<unsigned> serial{0};
+    auto seed = static_cast<unsigned long long>(
+                    std::chrono::steady_clock::now().time_since_epoch().count()) *
+                    31 +
+                serial++;
+    std::string suffix;
+    for (int i = 0; i < 6; ++i, seed /= 36)
+        suffix += "0123456789abcdefghijklmnopqrstuvwxyz"[seed % 36];
     auto temporary = target;
-    temporary += ".tmp." +
-                 std::to_string(std::chrono::steady_clock::now().time_since_epoch().count()) + "." +
-                 std::to_string(serial++);
+    temporary += ".tmp." + suffix;
+    std::error_code error;
     const auto abandon = [&](const std::string& reason) {
         std::filesystem::remove(temporary, error);
         return fail(reason);
@@ -259,12 +380,23 @@ std::string ConfigFile::ReadText(const std::string& key, const std::string& fall
     // The window library writes switches as "1" and "0"; a hand-written boolean reads the same.
     if (const auto* flag = value->as_boolean())
         return flag->get() ? "1" : "0";
-    return TomlText(*value);
+    return Written(*value);
 }
 
 void ConfigFile::WriteText(const std::string& key, const std::string& text) {
     const std::lock_guard<std::mutex> lock(mutex);
     const auto parts = SplitKey(key);
+    if (!TomlText::IsUtf8(text))
+        throw std::invalid_argument("Configuration text for key " + Quoted(key) +
+                                    " is not UTF-8, which a TOML file cannot hold");
+    const std::filesystem::path target = LinkTarget(path);
+    std::error_code error;
+    std::filesystem::create_directories(Folder(target), error);
+    if (error)
+        throw WriteFailure(path, error.message());
+    const WriteLock writing(path, target);
+    RemoveStaleTemporaries(target);
+
     // The file as it is now, so that edits made to it meanwhile survive; a file that no longer
     // parses is reported, not overwritten. Changed on a copy and swapped in only once the file
     // holds it, so memory and disk agree even when the write fails.
@@ -280,12 +412,7 @@ void ConfigFile::WriteText(const std::string& key, const std::string& text) {
     RefuseContainer(table->get(parts.back()), key, path);
     table->insert_or_assign(parts.back(), text);
 
-    std::ostringstream content;
-    // Flat tables, as a person writes them by hand.
-    content << toml::toml_formatter{changed, toml::toml_formatter::default_flags &
-                                                 ~toml::format_flags::indent_sub_tables}
-            << '\n';
-    ReplaceFile(path, LinkTarget(path), content.str());
+    ReplaceFile(path, target, Formatted(changed, path));
     document->root = std::move(changed);
 }
 
@@ -313,7 +440,7 @@ int ConfigFile::ReadInteger(const std::string& key, int fallback) {
     if (!valid || number < std::numeric_limits<int>::min() ||
         number > std::numeric_limits<int>::max())
         throw std::runtime_error("Configuration key " + Quoted(key) + " in " + Quoted(path) +
-                                 " holds " + TomlText(*value) + ", which is not an integer");
+                                 " holds " + Written(*value) + ", which is not an integer");
     return static_cast<int>(number);
 }
 
