@@ -10,8 +10,8 @@ namespace Window {
 /// of the record; the strings themselves belong to the platform layer and live as long as the
 /// library is loaded, so they must not be freed.
 struct InstanceExtensions {
-    unsigned int count = 0;
-    boost::shared_array<const char*> names;
+    unsigned int count = 0;                 ///< How many names there are.
+    boost::shared_array<const char*> names; ///< `count` names, such as "VK_KHR_surface".
 };
 
 } // namespace Window

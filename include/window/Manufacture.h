@@ -4,6 +4,9 @@
 #include <window/SInputCollector.h>
 #include <window/SWindowFactory.h>
 
+/// The window library: the operating-system window (`SWindowFactory`, `IWindow`) and the input
+/// (`SInputCollector` and its reactors). Everything crosses the library's boundary as these
+/// interfaces; only the two functions of this header are exported by name.
 namespace Window {
 
 /// Starts the window system's video subsystem and returns the window factory.

@@ -5,6 +5,8 @@
 #include <exception>
 #include <string>
 
+/// What the engine's modules share: the host's service interfaces, which modules find in the
+/// instance storage, and the window library's exception.
 namespace Common {
 
 /// The window library's one exception: a finished, human-readable message.
@@ -15,13 +17,14 @@ namespace Common {
 /// `what()` is the message; the `std::exception` base holds nothing.
 class WINDOW_API ApplicationErrorException : public std::exception {
 public:
+    /// Keeps `message`. Made only inside the library (not exported); any thread.
     WINDOW_LOCAL explicit ApplicationErrorException(const std::string& message);
     ~ApplicationErrorException() override;
 
     /// The message's character data; valid as long as the exception object lives.
     const char* what() const noexcept override;
 
-    std::string message;
+    std::string message; ///< The finished text that `what()` returns.
 };
 
 } // namespace Common

@@ -2,6 +2,7 @@
 
 #include <string>
 
+/// The configuration file service.
 namespace Common::Config {
 
 /// The engine's configuration file: text and integer values under path-like keys

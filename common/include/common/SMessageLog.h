@@ -2,6 +2,7 @@
 
 #include <string>
 
+/// The message log service.
 namespace Common::Log {
 
 /// The engine's message log. Each call records one finished text, which may hold line breaks.

@@ -1,5 +1,6 @@
 #pragma once
 
+/// The runtime unique id service.
 namespace Common::Unique {
 
 /// Hands out ids that are unique within one run of the process.

@@ -12,6 +12,8 @@
 #include <memory>
 #include <utility>
 
+/// The host kit: ready implementations of the four services the window library needs, and a
+/// bootstrap that stands them up in the right order, for engines that have none of their own.
 namespace Host {
 
 /// What the bootstrap needs to know of the host.
@@ -31,7 +33,9 @@ struct BootstrapSettings {
 /// The two entry points of the window library. Tests replace them to watch the order of
 /// start-up without starting the window system.
 struct LibraryEntryPoints {
+    /// Stands for `Window::ManufactureWindowFactory`; the bootstrap owns what it returns.
     std::function<Window::SWindowFactory*()> manufactureWindowFactory;
+    /// Stands for `Window::ManufactureInputCollector`; what it returns is never deleted.
     std::function<Window::SInputCollector*()> manufactureInputCollector;
 };
 
@@ -83,8 +87,13 @@ public:
     Bootstrap(const Bootstrap&) = delete;
     Bootstrap& operator=(const Bootstrap&) = delete;
 
+    /// The configuration file, registered as `Common::Config::SConfigFile`; owned by the
+    /// bootstrap. Its own operations say which thread may call them.
     ConfigFile& Config() noexcept { return config; }
+    /// The message log, registered as `Common::Log::SMessageLog`; owned by the bootstrap.
     MessageLog& Log() noexcept { return log; }
+    /// The unique id generator, registered as `Common::Unique::SRuntimeUniqueId`; owned by the
+    /// bootstrap.
     RuntimeUniqueId& Ids() noexcept { return ids; }
     /// The frame utility that the engine's loop pumps.
     FrameUtility& Frames() noexcept { return frames; }

@@ -12,6 +12,7 @@ namespace Zenk {
 /// a missing service cannot be mistaken for an ordinary failure and swallowed. The text is
 /// always the same; the type of the missing service is not part of it.
 struct ZENK_API MissingInstance {
+    /// Always this text; it names no service.
     std::string message{"ERROR: zenkbase\\singleton:__LINE__ No instance!"};
 };
 

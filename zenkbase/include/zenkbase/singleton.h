@@ -10,6 +10,8 @@
 #include <string>
 #include <typeinfo>
 
+/// The engine's in-house base, shared by every module: the process-wide instance storage through
+/// which modules find the host's services, and the intrusive reference count of its interfaces.
 namespace Zenk {
 
 template <class T, template <class...> class Holder> class Singleton;
@@ -52,11 +54,14 @@ public:
 template <class T, template <class...> class Holder = std::shared_ptr>
 class Singleton : public Detail::TypeidCreationEnforcer {
 public:
+    /// Opens a view; `borrowed` 0 makes it owning. Changes nothing in the storage; never throws.
     explicit Singleton(std::int32_t borrowed = 1) noexcept : borrowed(borrowed) {}
 
     Singleton(const Singleton&) = delete;
     Singleton& operator=(const Singleton&) = delete;
 
+    /// Closes the view. An owning one takes the instance out of the storage and deletes it, on
+    /// this thread; a borrowed one does nothing.
     ~Singleton() override {
         if (borrowed != 0)
             return;
@@ -92,7 +97,7 @@ public:
     /// The storage key of `T`: the hash of this class's type, the same in every module.
     static unsigned long long Key() noexcept { return typeid(Singleton).hash_code(); }
 
-    std::int32_t borrowed;
+    std::int32_t borrowed; ///< 0 for an owning view, anything else for a borrowed one.
 };
 
 /// Puts `instance` into the storage as the singleton of `T`; the host keeps ownership.
