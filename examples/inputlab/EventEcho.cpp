@@ -9,12 +9,15 @@
 
 namespace InputLab {
 
+// Lines may quote what came from outside (typed text, a path from the command line); raw control
+// bytes in them would steer the terminal, so every line is escaped on its way out.
+
 void EventEcho::Callback(const std::string& text) {
-    out << '#' << ++count << ' ' << text << std::endl;
+    out << '#' << ++count << ' ' << Printable(text) << std::endl;
 }
 
 void EventEcho::Note(const std::string& text) {
-    out << "-- " << text << std::endl;
+    out << "-- " << Printable(text) << std::endl;
 }
 
 void EventEcho::Hold(const std::string& subject, const std::string& text) {
@@ -54,7 +57,6 @@ std::string EventEcho::CursorText(short x, short y, unsigned short priority,
 }
 
 std::string EventEcho::TextText(const std::wstring& text, unsigned char level) {
-    // Typed text may hold control characters; raw, they would steer the terminal.
     std::string line = "text \"" + Printable(ToUtf8(text)) + "\"";
     // Code points make visible what the library decoded, whatever the terminal shows.
     const std::u32string points = boost::locale::conv::utf_to_utf<char32_t>(text);

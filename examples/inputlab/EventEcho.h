@@ -22,10 +22,10 @@ public:
 
     explicit EventEcho(std::ostream& out) : out(out) {}
 
-    /// Prints "#<n> <text>".
+    /// Prints "#<n> <text>", control bytes and bad UTF-8 in `text` escaped ("\x1b").
     void Callback(const std::string& text);
 
-    /// Prints "-- <text>".
+    /// Prints "-- <text>", escaped as `Callback` does.
     void Note(const std::string& text);
 
     /// A hold callback of `subject` (a reactor's own name): prints "#<n> <text> x<count>" for
