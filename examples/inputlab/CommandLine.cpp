@@ -23,7 +23,7 @@ po::options_description Describe(const std::filesystem::path& defaultConfig) {
         "config", po::value<std::string>()->value_name("PATH"),
         ("Configuration file (TOML); it must exist. The window's size and full-screen state "
          "are read from it and written back at exit. Without this option: " +
-         defaultConfig.string() + ", created at the first exit")
+         Printable(defaultConfig.string()) + ", created at the first exit")
             .c_str())("log", po::value<std::string>()->value_name("PATH"),
                       "Also append the message log to this file.")(
         "frames", po::value<std::string>()->value_name("N"),
@@ -51,7 +51,7 @@ unsigned long long ParseFrames(const std::string& text) {
 
 std::string HelpText(const std::string& program, const po::options_description& options) {
     std::ostringstream text;
-    text << "Usage: " << program << " [options]\n\n"
+    text << "Usage: " << Printable(program) << " [options]\n\n"
          << "Opens the library's window, draws with Vulkan and prints one numbered line for every\n"
          << "callback the library makes. Keys: 1-3 background colour, Escape menu, Return full\n"
          << "screen, F3 window size, F2 text input (Backspace on an empty line ends it), W A S D\n"

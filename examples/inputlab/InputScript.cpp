@@ -49,7 +49,7 @@ Number TakeNumber(std::string& rest, const char* what, Number least, Number most
     return value;
 }
 
-/// A number that fills a 32-bit field of an SDL event, such as a motion's x or a wheel's y.
+/// A number that fills a `Field` of an SDL event, such as a motion's x or a wheel's y.
 template <typename Field> Field TakeField(std::string& rest, const char* what) {
     return TakeNumber(rest, what, std::numeric_limits<Field>::min(),
                       std::numeric_limits<Field>::max());
@@ -133,8 +133,8 @@ ScriptEvent ParseText(const std::string& rest) {
 /// The last frame an event may have: the script's length, one more, must still be counted.
 constexpr unsigned long long lastFrame = std::numeric_limits<unsigned long long>::max() - 1;
 
-/// The move from `from` to `to`, held at Sint32's ends: two positions at far ends of the range
-/// are further apart than the field can say, and nothing reads more than the direction then.
+/// The move from `from` to `to`, filled in as the window system would. Two positions at far
+/// ends of Sint32 are further apart than the field can say: the move is held at its ends then.
 Sint32 Relative(Sint32 to, Sint32 from) {
     const long long move = static_cast<long long>(to) - from;
     return static_cast<Sint32>(std::clamp<long long>(move, std::numeric_limits<Sint32>::min(),
@@ -174,7 +174,7 @@ InputScript InputScript::Parse(std::istream& input, const std::string& name) {
                 if (frames > lastFrame - frame)
                     throw std::invalid_argument("wait takes the script beyond frame " +
                                                 std::to_string(lastFrame) +
-                                                ", the last that the lab can count to");
+                                                ", the last that the frame counter reaches");
                 frame += frames;
                 continue;
             }
@@ -182,14 +182,14 @@ InputScript InputScript::Parse(std::istream& input, const std::string& name) {
                 event = ParseKey(rest);
             } else if (verb == "motion") {
                 event.kind = Kind::Motion;
-                event.x = TakeField<Sint32>(rest, "an x coordinate");
-                event.y = TakeField<Sint32>(rest, "a y coordinate");
+                event.x = TakeField<decltype(SDL_MouseMotionEvent::x)>(rest, "an x coordinate");
+                event.y = TakeField<decltype(SDL_MouseMotionEvent::y)>(rest, "a y coordinate");
                 ExpectEnd(rest);
             } else if (verb == "button") {
                 event = ParseButton(rest);
             } else if (verb == "wheel") {
                 event.kind = Kind::Wheel;
-                event.y = TakeField<Sint32>(rest, "a number of steps");
+                event.y = TakeField<decltype(SDL_MouseWheelEvent::y)>(rest, "a number of steps");
                 ExpectEnd(rest);
                 if (event.y == 0)
                     throw std::invalid_argument("wheel needs a number of steps other than 0");

@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <limits>
 #include <sstream>
 #include <unistd.h>
 #include <vector>
@@ -239,6 +240,11 @@ TEST(InputScriptTest, InjectsEachEventOnceInItsFrame) {
     EXPECT_EQ(event.type, SDL_KEYDOWN);
     EXPECT_EQ(event.key.keysym.scancode, SDL_SCANCODE_A);
     SDL_Quit();
+
+    // A move from one end of the field to the other is more than it holds: held at its end.
+    constexpr int most = std::numeric_limits<int>::max();
+    const ScriptEvent across{Kind::Motion, SDLK_UNKNOWN, most, 0, 0, ""};
+    EXPECT_EQ(InputScript::ToSdlEvent(across, -most - 1, 0).motion.xrel, most);
 }
 
 // --- configuration ---
