@@ -29,6 +29,7 @@ install(FILES ${PROJECT_BINARY_DIR}/windowConfig.cmake ${PROJECT_BINARY_DIR}/win
 # The pkg-config files find the prefix from their own place, so an installed tree can move.
 set(pc_dir ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 file(RELATIVE_PATH WINDOW_PC_PREFIX /prefix/${pc_dir} /prefix)
+string(REGEX REPLACE "/$" "" WINDOW_PC_PREFIX "${WINDOW_PC_PREFIX}")
 foreach(pc window window-host)
     configure_file(${CMAKE_CURRENT_LIST_DIR}/${pc}.pc.in ${PROJECT_BINARY_DIR}/${pc}.pc @ONLY)
     install(FILES ${PROJECT_BINARY_DIR}/${pc}.pc DESTINATION ${pc_dir})
