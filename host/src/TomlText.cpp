@@ -286,6 +286,8 @@ toml::table Parse(std::string_view text, std::string_view source) {
         char32_t codePoint = 0;
         const std::size_t length = Decode(text, at, codePoint);
         at += length == 0 ? 1 : length;
+        if (length == 0)
+            continue; // toml++ refuses the byte before asking anything of it
         unsafe = unsafe || UnsafeIndex(codePoint).has_value();
         if (codePoint >= firstWindow && (codePoint - firstWindow) % windowSize < unsafeCount)
             used.set((codePoint - firstWindow) / windowSize);

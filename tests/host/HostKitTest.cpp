@@ -88,6 +88,8 @@ INSTANTIATE_TEST_SUITE_P(
         std::pair{
             "[Window]\nResolution = \"{800,600}\"\nFullScreen = \n",
             "line 3, column 14: Error while parsing key-value pair: expected value, saw '\\n'"},
+        std::pair{"x = '\u00a1\xf3\xb0_'\n",
+                  "line 1, column 6: Encountered invalid utf-8 sequence"},
         // toml++ 3.3 alone reaches undefined behaviour on this one.
         std::pair{
             "a\u00a1= 1\n",
