@@ -1,6 +1,8 @@
 // The stored size text read from a user's configuration: any bytes. Reading never misbehaves,
 // and a text that reads as a size writes back to a text that reads as the same size, and which
 // is then its own written form. The first four bytes also make a size to write and read back.
+// Every input runs twice: under the classic locale, and under a global locale that groups digits
+// in threes with "." (the cast then reads and writes separators, another path through it).
 
 #include "display/ResolutionText.h"
 
@@ -8,14 +10,23 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <locale>
 #include <string>
 
 namespace {
 
 void Fail(const char* what, const std::string& text) {
-    std::fprintf(stderr, "resolution_text: %s: \"%s\"\n", what, text.c_str());
+    std::fprintf(stderr, "resolution_text: %s: \"%s\" (global locale %s)\n", what, text.c_str(),
+                 std::locale().name().c_str());
     std::abort();
 }
+
+/// Groups as German does. A "," separator would not do: the braced list splits at it, so such a
+/// locale writes sizes that do not read back.
+struct DotGrouping : std::numpunct<char> {
+    char do_thousands_sep() const override { return '.'; }
+    std::string do_grouping() const override { return "\3"; }
+};
 
 void CheckWrittenForm(const Window::Resolution& size) {
     const std::string written = Window::ResolutionToText(size);
@@ -26,9 +37,7 @@ void CheckWrittenForm(const Window::Resolution& size) {
         Fail("the written form is not stable", written);
 }
 
-} // namespace
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+void Check(const std::uint8_t* data, std::size_t size) {
     const std::string text(reinterpret_cast<const char*>(data), size);
     if (const auto read = Window::ResolutionFromText(text))
         CheckWrittenForm(*read);
@@ -36,5 +45,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         CheckWrittenForm(Window::Resolution{static_cast<unsigned short>(data[0] << 8U | data[1]),
                                             static_cast<unsigned short>(data[2] << 8U | data[3])});
     }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static const std::locale grouping(std::locale::classic(), new DotGrouping);
+    Check(data, size);
+    std::locale::global(grouping);
+    Check(data, size);
+    std::locale::global(std::locale::classic());
     return 0;
 }
