@@ -1,5 +1,6 @@
 #include "GameControls.h"
 
+#include "PrintableText.h"
 #include "VocabularyNames.h"
 
 #include <array>
@@ -183,7 +184,7 @@ void GameControls::MakeText() {
     text->SetCallback([this](const std::wstring& typed) {
         context.echo.Callback(EventEcho::TextText(typed, level));
         context.state.typed += typed;
-        context.log.LogInfo("Typed: " + ToUtf8(typed));
+        context.log.LogInfo("Typed: " + Printable(ToUtf8(typed)));
     });
 }
 
@@ -204,7 +205,7 @@ void GameControls::NextWindowSize() {
 void GameControls::StopTextInput() {
     context.collector.StopTextInput();
     context.state.textInput = false;
-    context.log.LogInfo("Typed line: " + ToUtf8(context.state.typed));
+    context.log.LogInfo("Typed line: " + Printable(ToUtf8(context.state.typed)));
     context.echo.Note("text input off");
 }
 
