@@ -102,6 +102,10 @@ struct RoundTripRow {
     std::string keptKey = "Kept", kept = "as is"; // a key of the file that must read the same
 };
 
+void PrintTo(const RoundTripRow& row, std::ostream* out) {
+    *out << row.name;
+}
+
 class ConfigFileRoundTripTest : public ConfigFileTest,
                                 public ::testing::WithParamInterface<RoundTripRow> {};
 
