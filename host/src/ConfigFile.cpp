@@ -219,10 +219,12 @@ public:
     }
 
     ~WriteLock() {
-        // Closing alone releases the lock.
 #if !defined(_WIN32)
-        ::close(descriptor);
+        ::close(descriptor); // releases the lock
 #else
+        // Windows may release the lock of a closed handle only later.
+        OVERLAPPED whole{};
+        ::UnlockFileEx(handle, 0, MAXDWORD, MAXDWORD, &whole);
         ::CloseHandle(handle);
 #endif
     }
