@@ -59,7 +59,7 @@ bool InputCollectorImpl::KeyWalk(Key key, KeyCallback KeyReactorImpl::*callback)
         keyReactors[key],
         [this](const KeyReactorImpl& reactor) { return reactor.modalLevel != modalLevel; },
         [this, callback](KeyReactorImpl* reactor) {
-            LentCallback call(reactor, callback);
+            LentCallback call(reactor->*callback);
             return call(heldModes); // each callback gets a copy of its own
         });
 }
@@ -74,7 +74,7 @@ void InputCollectorImpl::ModeCall(Mode mode, ModeCallback ModeReactorImpl::*call
         ModeReactorImpl* reactor = reactors[i];
         if (reactor == nullptr || reactor->modalLevel != modalLevel)
             continue;
-        LentCallback call(reactor, callback);
+        LentCallback call(reactor->*callback);
         call();
     }
 }

@@ -1,34 +1,50 @@
 #pragma once
 
-#include <zenkbase/intrudable_pointer.h>
-
+#include <cassert>
+#include <new>
 #include <utility>
 
 namespace Window {
 
-/// One call of a reactor's callback, made safe against what the callback may do to its reactor.
+/// One call of a reactor's callback, made safe against whatever the callback does meanwhile:
+/// drop its reactor or any other, store a new or an empty function in its own field or in
+/// another's, make reactors, poll again, or change the modal level.
 ///
-/// For the length of the call the reactor is pinned by a counted handle, so dropping its last
-/// handle inside the callback destroys it only after the callback has returned. The callback is
-/// lent out of its field into this object, so a setter or a clear inside the callback does not
-/// destroy the function that is running; meanwhile the field holds a stand-in that forwards to
-/// the lent function, so a nested dispatch that reaches the same reactor (a tracer's callback
-/// that polls again) still calls it. When the call ends, the function goes back into its field
-/// unless the callback stored something else there meanwhile, an empty function included; the
-/// lent one is then destroyed here, after the call, not inside the setter.
-template <class Reactor, class Function> class LentCallback {
+/// The function is lent: moved out of its field into this frame, and called here, so that it
+/// lives until the call returns whatever becomes of the field or of the reactor. While it is
+/// lent, the field holds a stand-in that forwards to it: a nested dispatch that reaches the same
+/// field (a tracer's callback that polls again) calls the running function.
+///
+/// Afterwards the function goes back into its field, unless the field let go of the stand-in:
+/// a setter or a clear stored something else (`StoreCallback`), or the reactor is dying
+/// (`DisownCallback` in its destructor, before its fields go). Either tells the frame through the
+/// stand-in, so nothing is pinned and the frame never asks the reactor whether it still exists;
+/// the lent function is then destroyed here, after the call. A frame that had lent another
+/// frame's stand-in (the same field reached again by a nested dispatch) passes the news on.
+///
+/// On the path of an event this costs two moves of the function and the placing of the
+/// stand-in, a few plain stores each; no atomic, no allocation, no call besides the callback.
+template <class Function> class LentCallback {
 public:
-    LentCallback(Reactor* reactor, Function Reactor::*field) : pin(reactor), field(field) {
-        Function& slot = reactor->*field;
-        function.swap(slot);
-        slot = Forward{&function}; // one pointer: stored in place, nothing allocated
+    explicit LentCallback(Function& slot) : slot(slot), function(std::move(slot)) {
+        slot.~Function(); // the moved-from state holds nothing, so this frees nothing
+        try {
+            ::new (&slot) Function(StandIn{this}); // one pointer: stored in place in practice
+        } catch (...) {
+            ::new (&slot) Function(std::move(function));
+            throw;
+        }
     }
 
     ~LentCallback() {
-        Function& slot = pin.Get()->*field;
-        const Forward* standIn = slot.template target<Forward>();
-        if (standIn != nullptr && standIn->lent == &function)
-            slot.swap(function);
+        if (disowned) {
+            Disown(function); // an outer frame's stand-in, lent by a nested dispatch: tell it
+            return;
+        }
+        assert(slot.template target<StandIn>() != nullptr &&
+               slot.template target<StandIn>()->frame == this);
+        // The stand-in is trivially destructible: its storage is reused without destroying it.
+        ::new (&slot) Function(std::move(function));
     }
 
     LentCallback(const LentCallback&) = delete;
@@ -39,17 +55,37 @@ public:
         return function(std::forward<Arguments>(arguments)...);
     }
 
+    /// Tells the frame whose stand-in `field` holds, if any, that the field lets go of it.
+    static void Disown(Function& field) noexcept {
+        if (StandIn* standIn = field.template target<StandIn>())
+            standIn->frame->disowned = true;
+    }
+
 private:
-    struct Forward {
-        Function* lent;
+    struct StandIn {
+        LentCallback* frame;
         template <class... Arguments> decltype(auto) operator()(Arguments&&... arguments) const {
-            return (*lent)(std::forward<Arguments>(arguments)...);
+            return frame->function(std::forward<Arguments>(arguments)...);
         }
     };
 
-    Zenk::IntrudablePointer<Reactor> pin;
-    Function Reactor::*field;
+    Function& slot;
     Function function;
+    bool disowned = false;
 };
+
+/// Stores `value` in a reactor's callback field. The function the field held is destroyed before
+/// this returns, unless it is running: then it dies when its call returns. Every setter and clear
+/// stores through this.
+template <class Function> void StoreCallback(Function& field, Function value) noexcept {
+    LentCallback<Function>::Disown(field);
+    field = std::move(value);
+}
+
+/// Called by a reactor's destructor for each callback field before the fields are destroyed, so
+/// that a running callback's frame knows that its field is gone.
+template <class Function> void DisownCallback(Function& field) noexcept {
+    LentCallback<Function>::Disown(field);
+}
 
 } // namespace Window

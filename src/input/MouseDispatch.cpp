@@ -55,7 +55,7 @@ bool InputCollectorImpl::ButtonWalk(Button button, ButtonCallback ButtonReactorI
     return PriorityWalk(
         buttonReactors[button], [](const ButtonReactorImpl&) { return false; },
         [this, callback](ButtonReactorImpl* reactor) {
-            LentCallback call(reactor, callback);
+            LentCallback call(reactor->*callback);
             return call(pulse, heldModes);
         });
 }
@@ -72,7 +72,7 @@ void InputCollectorImpl::DispatchCursor(const SDL_Event& event) {
         cursorTracers, [](const CursorTracerImpl&) { return false; },
         [this, position](CursorTracerImpl* tracer) {
             tracer->position = position; // stored first: GetPosition inside the callback sees it
-            LentCallback call(tracer, &CursorTracerImpl::callback);
+            LentCallback call(tracer->callback);
             return call(position, heldModes);
         });
 }

@@ -25,7 +25,7 @@ void InputCollectorImpl::DrainWindowQueue() {
         const auto& reactors = windowReactors[*windowEvent];
         for (std::size_t i = 0; i < reactors.size(); ++i) {
             if (WindowReactorImpl* reactor = reactors[i]) {
-                LentCallback call(reactor, &WindowReactorImpl::callback);
+                LentCallback call(reactor->callback);
                 call();
             }
         }
@@ -52,7 +52,7 @@ void InputCollectorImpl::DrainTextQueue() {
             TextReactorImpl* reactor = entry->second;
             if (reactor == nullptr || reactor->modalLevel != modalLevel)
                 continue;
-            LentCallback call(reactor, &TextReactorImpl::callback);
+            LentCallback call(reactor->callback);
             call(text);
         }
     }

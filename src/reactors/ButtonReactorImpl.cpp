@@ -1,5 +1,7 @@
 #include "reactors/ButtonReactorImpl.h"
 
+#include "input/LentCallback.h"
+
 namespace Window {
 namespace {
 
@@ -15,23 +17,30 @@ ButtonReactorImpl::ButtonReactorImpl(InputCollectorImpl* const collector, unsign
     , holdCallback(NotConsumed)
     , pressCallback(NotConsumed) {}
 
+// A running callback of this reactor keeps its function until its call returns.
+ButtonReactorImpl::~ButtonReactorImpl() {
+    DisownCallback(releaseCallback);
+    DisownCallback(holdCallback);
+    DisownCallback(pressCallback);
+}
+
 void ButtonReactorImpl::SetPressCallback(ButtonCallback callback) {
-    pressCallback = std::move(callback);
+    StoreCallback(pressCallback, std::move(callback));
 }
 
 void ButtonReactorImpl::SetReleaseCallback(ButtonCallback callback) {
-    releaseCallback = std::move(callback);
+    StoreCallback(releaseCallback, std::move(callback));
 }
 
 void ButtonReactorImpl::SetHoldCallback(ButtonCallback callback) {
-    holdCallback = std::move(callback);
+    StoreCallback(holdCallback, std::move(callback));
 }
 
 // The reverse of the key reactor's order: release first.
 void ButtonReactorImpl::ClearAllCallbacks() {
-    releaseCallback = NotConsumed;
-    holdCallback = NotConsumed;
-    pressCallback = NotConsumed;
+    StoreCallback<ButtonCallback>(releaseCallback, NotConsumed);
+    StoreCallback<ButtonCallback>(holdCallback, NotConsumed);
+    StoreCallback<ButtonCallback>(pressCallback, NotConsumed);
 }
 
 } // namespace Window

@@ -19,6 +19,7 @@ private:
     friend class InputCollectorImpl;
 
     ButtonReactorImpl(InputCollectorImpl* const collector, unsigned char modalLevel);
+    ~ButtonReactorImpl() override;
 
     ButtonCallback releaseCallback;
     ButtonCallback holdCallback;

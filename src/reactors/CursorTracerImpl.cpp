@@ -1,5 +1,7 @@
 #include "reactors/CursorTracerImpl.h"
 
+#include "input/LentCallback.h"
+
 namespace Window {
 namespace {
 
@@ -14,13 +16,18 @@ CursorTracerImpl::CursorTracerImpl(InputCollectorImpl* const collector, unsigned
     , position{0, 0}
     , callback(NotConsumed) {}
 
+// A running callback of this reactor keeps its function until its call returns.
+CursorTracerImpl::~CursorTracerImpl() {
+    DisownCallback(callback);
+}
+
 void CursorTracerImpl::SetCallback(CursorCallback callback) {
-    this->callback = std::move(callback);
+    StoreCallback(this->callback, std::move(callback));
 }
 
 // The position is left alone: a cleared tracer goes on following the cursor.
 void CursorTracerImpl::ClearAllCallbacks() {
-    callback = NotConsumed;
+    StoreCallback<CursorCallback>(callback, NotConsumed);
 }
 
 Zenk::two_dimensional_coordinate<short> CursorTracerImpl::GetPosition() {

@@ -18,6 +18,7 @@ private:
     friend class InputCollectorImpl;
 
     CursorTracerImpl(InputCollectorImpl* const collector, unsigned char modalLevel);
+    ~CursorTracerImpl() override;
 
     Zenk::two_dimensional_coordinate<short> position;
     CursorCallback callback;

@@ -1,5 +1,7 @@
 #include "reactors/KeyReactorImpl.h"
 
+#include "input/LentCallback.h"
+
 namespace Window {
 namespace {
 
@@ -16,23 +18,29 @@ KeyReactorImpl::KeyReactorImpl(InputCollectorImpl* const collector, unsigned cha
     , holdCallback(NotConsumed)
     , pressCallback(NotConsumed) {}
 
-// Move-assignment destroys the function the field held before the setter returns.
+// A running callback of this reactor keeps its function until its call returns.
+KeyReactorImpl::~KeyReactorImpl() {
+    DisownCallback(releaseCallback);
+    DisownCallback(holdCallback);
+    DisownCallback(pressCallback);
+}
+
 void KeyReactorImpl::SetReleaseCallback(KeyCallback callback) {
-    releaseCallback = std::move(callback);
+    StoreCallback(releaseCallback, std::move(callback));
 }
 
 void KeyReactorImpl::SetPressCallback(KeyCallback callback) {
-    pressCallback = std::move(callback);
+    StoreCallback(pressCallback, std::move(callback));
 }
 
 void KeyReactorImpl::SetHoldCallback(KeyCallback callback) {
-    holdCallback = std::move(callback);
+    StoreCallback(holdCallback, std::move(callback));
 }
 
 void KeyReactorImpl::ClearAllCallbacks() {
-    pressCallback = NotConsumed;
-    holdCallback = NotConsumed;
-    releaseCallback = NotConsumed;
+    StoreCallback<KeyCallback>(pressCallback, NotConsumed);
+    StoreCallback<KeyCallback>(holdCallback, NotConsumed);
+    StoreCallback<KeyCallback>(releaseCallback, NotConsumed);
 }
 
 } // namespace Window

@@ -18,6 +18,7 @@ private:
     friend class InputCollectorImpl;
 
     KeyReactorImpl(InputCollectorImpl* const collector, unsigned char modalLevel);
+    ~KeyReactorImpl() override;
 
     KeyCallback releaseCallback;
     KeyCallback holdCallback;

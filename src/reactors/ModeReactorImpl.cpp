@@ -1,5 +1,7 @@
 #include "reactors/ModeReactorImpl.h"
 
+#include "input/LentCallback.h"
+
 namespace Window {
 namespace {
 
@@ -13,23 +15,29 @@ ModeReactorImpl::ModeReactorImpl(InputCollectorImpl* const collector, unsigned c
     , holdCallback(Ignore)
     , pressCallback(Ignore) {}
 
-// Move-assignment destroys the function the field held before the setter returns.
+// A running callback of this reactor keeps its function until its call returns.
+ModeReactorImpl::~ModeReactorImpl() {
+    DisownCallback(releaseCallback);
+    DisownCallback(holdCallback);
+    DisownCallback(pressCallback);
+}
+
 void ModeReactorImpl::SetReleaseCallback(ModeCallback callback) {
-    releaseCallback = std::move(callback);
+    StoreCallback(releaseCallback, std::move(callback));
 }
 
 void ModeReactorImpl::SetPressCallback(ModeCallback callback) {
-    pressCallback = std::move(callback);
+    StoreCallback(pressCallback, std::move(callback));
 }
 
 void ModeReactorImpl::SetHoldCallback(ModeCallback callback) {
-    holdCallback = std::move(callback);
+    StoreCallback(holdCallback, std::move(callback));
 }
 
 void ModeReactorImpl::ClearAllCallbacks() {
-    pressCallback = Ignore;
-    holdCallback = Ignore;
-    releaseCallback = Ignore;
+    StoreCallback<ModeCallback>(pressCallback, Ignore);
+    StoreCallback<ModeCallback>(holdCallback, Ignore);
+    StoreCallback<ModeCallback>(releaseCallback, Ignore);
 }
 
 } // namespace Window

@@ -18,6 +18,7 @@ private:
     friend class InputCollectorImpl;
 
     ModeReactorImpl(InputCollectorImpl* const collector, unsigned char modalLevel);
+    ~ModeReactorImpl() override;
 
     ModeCallback releaseCallback;
     ModeCallback holdCallback;

@@ -1,5 +1,7 @@
 #include "reactors/TextReactorImpl.h"
 
+#include "input/LentCallback.h"
+
 namespace Window {
 namespace {
 
@@ -11,12 +13,17 @@ TextReactorImpl::TextReactorImpl(InputCollectorImpl* const collector, unsigned c
     : ReactorID(collector, modalLevel)
     , callback(Ignore) {}
 
+// A running callback of this reactor keeps its function until its call returns.
+TextReactorImpl::~TextReactorImpl() {
+    DisownCallback(callback);
+}
+
 void TextReactorImpl::SetCallback(TextCallback callback) {
-    this->callback = std::move(callback);
+    StoreCallback(this->callback, std::move(callback));
 }
 
 void TextReactorImpl::ClearCallback() {
-    callback = Ignore;
+    StoreCallback<TextCallback>(callback, Ignore);
 }
 
 } // namespace Window

@@ -17,6 +17,7 @@ private:
     friend class InputCollectorImpl;
 
     TextReactorImpl(InputCollectorImpl* const collector, unsigned char modalLevel);
+    ~TextReactorImpl() override;
 
     TextCallback callback;
 };

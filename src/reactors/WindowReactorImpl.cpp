@@ -1,5 +1,7 @@
 #include "reactors/WindowReactorImpl.h"
 
+#include "input/LentCallback.h"
+
 namespace Window {
 namespace {
 
@@ -11,12 +13,17 @@ WindowReactorImpl::WindowReactorImpl(InputCollectorImpl* const collector, unsign
     : ReactorID(collector, modalLevel)
     , callback(Ignore) {}
 
+// A running callback of this reactor keeps its function until its call returns.
+WindowReactorImpl::~WindowReactorImpl() {
+    DisownCallback(callback);
+}
+
 void WindowReactorImpl::SetCallback(WindowEventCallback callback) {
-    this->callback = std::move(callback);
+    StoreCallback(this->callback, std::move(callback));
 }
 
 void WindowReactorImpl::ClearAllCallbacks() {
-    callback = Ignore;
+    StoreCallback<WindowEventCallback>(callback, Ignore);
 }
 
 } // namespace Window

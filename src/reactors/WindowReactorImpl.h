@@ -16,6 +16,7 @@ private:
     friend class InputCollectorImpl;
 
     WindowReactorImpl(InputCollectorImpl* const collector, unsigned char modalLevel);
+    ~WindowReactorImpl() override;
 
     WindowEventCallback callback;
 };
