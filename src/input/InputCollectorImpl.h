@@ -28,18 +28,22 @@ class WindowReactorImpl;
 /// window-event and text dispatch in WindowTextDispatch.cpp, creation in Registries.cpp,
 /// removal in Removal.cpp.
 ///
-/// Re-entry. A callback may create reactors or drop the last handle of any reactor, itself
-/// included, while a walk runs over the registry that holds it. Three rules make that safe:
+/// Re-entry. A callback may create reactors, drop the last handle of any reactor (itself
+/// included), store a new or an empty function in any reactor's field, poll again or change the
+/// modal level, while a walk runs over the registry that holds it. Three rules make that safe,
+/// and none of them costs more than a few plain stores per call:
 ///  - While any walk runs (`walkDepth` > 0), removal does not erase an entry: it nulls the
 ///    pointer (a tombstone), so no iterator or index of a running walk is invalidated. Walks
 ///    skip null entries, and the outermost walk compacts the registries when it ends, by the
 ///    same erase rules that removal uses outside walks.
 ///  - Vectors are walked by index and re-read at each step, so an append that moves the vector's
 ///    storage does not strand the walk; map and multimap insertions invalidate nothing.
-///  - The reactor being called is pinned by a counted handle for the duration of the call, and
-///    its callback is lent out of the field into the walk's frame. A callback that drops its own
-///    reactor therefore returns normally (the reactor dies right after, and its entry becomes a
-///    tombstone), and one that replaces its own callback does not destroy the running function.
+///  - The running function is lent out of its field into the call's frame (LentCallback.h), so
+///    neither a setter nor the reactor's death can destroy it mid-call. The reactor is not
+///    pinned: a setter, a clear or the reactor's destructor tells the frame through the stand-in
+///    that the field holds meanwhile, and the frame then leaves the field alone. A callback that
+///    drops its own reactor therefore returns normally; the reactor is gone at once, its entry
+///    is a tombstone, and the lent function dies when the call returns.
 /// The modal level is read at each step of a walk, like the registry: a reactor that a callback
 /// makes at a level it has just pushed is reached by the same walk if it lies ahead.
 class InputCollectorImpl final : public SInputCollector {
