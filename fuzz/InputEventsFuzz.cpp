@@ -65,13 +65,15 @@ public:
     }
 
 private:
+    // What a reactor's callbacks are set to: acting ones, the defaults (cleared), or empty
+    // functions, which throw when a dispatch reaches them.
+    enum class Callbacks { Acting, Defaults, Empty };
+
     // A reactor of the pool: the pool holds its only handle, so erasing the slot kills it.
     struct Slot {
         int token;
         Zenk::IntrudablePointer<Zenk::Intrudable> handle;
-        std::function<void()> arm;   // sets fresh callbacks
-        std::function<void()> clear; // restores the defaults
-        std::function<void()> empty; // stores empty functions: the next dispatch throws
+        std::function<void(Callbacks)> set;
     };
 
     // The collector's documented failures end the step, not the run: an empty text fails to
@@ -215,22 +217,23 @@ private:
             DropToken(token); // itself
             break;
         case 3:
-            WithSlot(token, [](Slot& slot) { slot.arm(); }); // replaces the running callback
+            // Replaces the running callback.
+            WithSlot(token, [](Slot& slot) { slot.set(Callbacks::Acting); });
             break;
         case 4:
-            WithSlot(token, [](Slot& slot) { slot.clear(); });
+            WithSlot(token, [](Slot& slot) { slot.set(Callbacks::Defaults); });
             break;
         case 5:
             if (Slot* other = Chosen())
-                other->arm();
+                other->set(Callbacks::Acting);
             break;
         case 6:
             if (Slot* other = Chosen())
-                other->clear();
+                other->set(Callbacks::Defaults);
             break;
         case 7:
             if (bytes.ConsumeProbability<float>() < 0.2F)
-                WithSlot(token, [](Slot& slot) { slot.empty(); });
+                WithSlot(token, [](Slot& slot) { slot.set(Callbacks::Empty); });
             break;
         case 8:
             SwitchTextInput();
@@ -311,15 +314,15 @@ private:
                 return Drop(i);
     }
 
-    // Keeps the new reactor's only handle, with the three ways to set its callbacks.
-    template <class Interface, class Arm, class Clear, class Empty>
-    void Keep(Zenk::IntrudablePointer<Interface> handle, Arm arm, Clear clear, Empty empty) {
+    // Keeps the new reactor's only handle; `set` gives its callbacks, now and when asked again.
+    template <class Interface, class Set>
+    void Keep(Zenk::IntrudablePointer<Interface> handle, Set set) {
         Interface* reactor = handle.Get();
         const int token = nextToken++;
-        auto act = [this, token] { return Act(token); };
-        Slot slot{token, std::move(handle), [reactor, arm, act] { arm(*reactor, act); },
-                  [reactor, clear] { clear(*reactor); }, [reactor, empty] { empty(*reactor); }};
-        slot.arm();
+        const auto act = [this, token] { return Act(token); };
+        Slot slot{token, std::move(handle),
+                  [reactor, set, act](Callbacks callbacks) { set(*reactor, act, callbacks); }};
+        slot.set(Callbacks::Acting);
         pool.push_back(std::move(slot));
     }
 
@@ -333,74 +336,64 @@ private:
         return static_cast<Enumeration>(bytes.ConsumeIntegralInRange<std::uint32_t>(0, last));
     }
 
+    // The three callbacks of key, mode and button reactors, set alike.
+    template <class Reactor, class Callback>
+    static void SetThree(Reactor& reactor, Callbacks callbacks, const Callback& callback) {
+        if (callbacks == Callbacks::Defaults)
+            return reactor.ClearAllCallbacks();
+        const Callback chosen = callbacks == Callbacks::Acting ? callback : Callback();
+        reactor.SetPressCallback(chosen);
+        reactor.SetHoldCallback(chosen);
+        reactor.SetReleaseCallback(chosen);
+    }
+
     void MakeReactor() {
         if (pool.size() >= 64)
             return;
         switch (bytes.ConsumeIntegralInRange<int>(0, 5)) {
         case 0:
-            return Keep(
-                collector.CreateKeyReactor(Pick<Key>(80), Priority()),
-                [](IKeyReactor& r, auto act) {
-                    r.SetPressCallback([act](auto) { return act(); });
-                    r.SetHoldCallback([act](auto) { return act(); });
-                    r.SetReleaseCallback([act](auto) { return act(); });
-                },
-                [](IKeyReactor& r) { r.ClearAllCallbacks(); },
-                [](IKeyReactor& r) {
-                    r.SetPressCallback(nullptr);
-                    r.SetHoldCallback(nullptr);
-                    r.SetReleaseCallback(nullptr);
-                });
+            return Keep(collector.CreateKeyReactor(Pick<Key>(80), Priority()),
+                        [](IKeyReactor& r, auto act, Callbacks callbacks) {
+                            SetThree(r, callbacks, KeyCallback([act](auto) { return act(); }));
+                        });
         case 1:
-            return Keep(
-                collector.CreateModeReactor(Pick<Mode>(7)),
-                [](IModeReactor& r, auto act) {
-                    r.SetPressCallback([act] { act(); });
-                    r.SetHoldCallback([act] { act(); });
-                    r.SetReleaseCallback([act] { act(); });
-                },
-                [](IModeReactor& r) { r.ClearAllCallbacks(); },
-                [](IModeReactor& r) {
-                    r.SetPressCallback(nullptr);
-                    r.SetHoldCallback(nullptr);
-                    r.SetReleaseCallback(nullptr);
-                });
+            return Keep(collector.CreateModeReactor(Pick<Mode>(7)),
+                        [](IModeReactor& r, auto act, Callbacks callbacks) {
+                            SetThree(r, callbacks, ModeCallback([act] { act(); }));
+                        });
         case 2:
-            return Keep(
-                collector.CreateButtonReactor(Pick<Button>(6), Priority()),
-                [](IButtonReactor& r, auto act) {
-                    r.SetPressCallback([act](unsigned int, auto) { return act(); });
-                    r.SetHoldCallback([act](unsigned int, auto) { return act(); });
-                    r.SetReleaseCallback([act](unsigned int, auto) { return act(); });
-                },
-                [](IButtonReactor& r) { r.ClearAllCallbacks(); },
-                [](IButtonReactor& r) {
-                    r.SetPressCallback(nullptr);
-                    r.SetHoldCallback(nullptr);
-                    r.SetReleaseCallback(nullptr);
-                });
+            return Keep(collector.CreateButtonReactor(Pick<Button>(6), Priority()),
+                        [](IButtonReactor& r, auto act, Callbacks callbacks) {
+                            SetThree(r, callbacks,
+                                     ButtonCallback([act](unsigned int, auto) { return act(); }));
+                        });
         case 3:
-            return Keep(
-                collector.CreateCursorTracer(Priority()),
-                [](ICursorTracer& r, auto act) {
-                    r.SetCallback([act](auto, auto) { return act(); });
-                },
-                [](ICursorTracer& r) { r.ClearAllCallbacks(); },
-                [](ICursorTracer& r) { r.SetCallback(nullptr); });
+            return Keep(collector.CreateCursorTracer(Priority()),
+                        [](ICursorTracer& r, auto act, Callbacks callbacks) {
+                            if (callbacks == Callbacks::Defaults)
+                                return r.ClearAllCallbacks();
+                            r.SetCallback(callbacks == Callbacks::Acting
+                                              ? CursorCallback([act](auto, auto) { return act(); })
+                                              : CursorCallback());
+                        });
         case 4:
-            return Keep(
-                collector.CreateTextReactor(),
-                [](ITextReactor& r, auto act) {
-                    r.SetCallback([act](const std::wstring&) { act(); });
-                },
-                [](ITextReactor& r) { r.ClearCallback(); },
-                [](ITextReactor& r) { r.SetCallback(nullptr); });
+            return Keep(collector.CreateTextReactor(),
+                        [](ITextReactor& r, auto act, Callbacks callbacks) {
+                            if (callbacks == Callbacks::Defaults)
+                                return r.ClearCallback();
+                            r.SetCallback(callbacks == Callbacks::Acting
+                                              ? TextCallback([act](const std::wstring&) { act(); })
+                                              : TextCallback());
+                        });
         default:
-            return Keep(
-                collector.CreateWindowReactor(Pick<WindowEvent>(5)),
-                [](IWindowReactor& r, auto act) { r.SetCallback([act] { act(); }); },
-                [](IWindowReactor& r) { r.ClearAllCallbacks(); },
-                [](IWindowReactor& r) { r.SetCallback(nullptr); });
+            return Keep(collector.CreateWindowReactor(Pick<WindowEvent>(5)),
+                        [](IWindowReactor& r, auto act, Callbacks callbacks) {
+                            if (callbacks == Callbacks::Defaults)
+                                return r.ClearAllCallbacks();
+                            r.SetCallback(callbacks == Callbacks::Acting
+                                              ? WindowEventCallback([act] { act(); })
+                                              : WindowEventCallback());
+                        });
         }
     }
 
