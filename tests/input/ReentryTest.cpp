@@ -17,11 +17,14 @@ namespace {
 
 class Reentry : public CollectorFixture {
 protected:
+    // What a reactor's callbacks become: the test's own, the defaults, or empty functions.
+    enum class Arming { Act, Clear, Blank };
+
     // A reactor of the pool: the pool holds its only handle, so erasing the slot kills it.
     struct Slot {
         int token;
         Zenk::IntrudablePointer<Zenk::Intrudable> handle;
-        std::function<void()> rearm; // sets the reactor's callbacks anew
+        std::function<void(Arming)> rearm; // replaces the reactor's callbacks
     };
 
     void TearDown() override {
@@ -41,18 +44,45 @@ protected:
         } else if (roll < 30) {
             DropToken(token); // itself
         } else if (roll < 36) {
-            for (Slot& slot : pool)
-                if (slot.token == token) {
-                    slot.rearm(); // replaces the running callback
-                    break;
-                }
+            Rearm(token, Arming::Act); // replaces the running callback
         } else if (roll < 40) {
             if (probe.modalLevel() < 2)
                 collector->PushModalLevel();
         } else if (roll < 44) {
             collector->PopModalLevel();
+        } else if (roll < 47 && !pool.empty()) {
+            pool[random() % pool.size()].rearm(Arming::Act); // another's, perhaps running too
+        } else if (roll < 49) {
+            Rearm(token, random() % 2 ? Arming::Clear : Arming::Blank);
+        } else if (roll < 50 && !pool.empty()) {
+            pool[random() % pool.size()].rearm(Arming::Blank); // its next call throws
+        } else if (roll < 56 && nesting < 3) {
+            // Polls again: the motion reaches the tracers at once, perhaps this very callback.
+            ++nesting;
+            PushMotion(static_cast<Sint32>(random() % 2000), 0);
+            try {
+                PollTwice();
+            } catch (const std::bad_function_call&) {
+                ++emptyCalls;
+            }
+            --nesting;
         }
         return random() % 4 == 0;
+    }
+
+    // Polls from inside a callback so that an event pushed there is dispatched there. SDL ends
+    // each round of polling at a marker that it queued when the round began, behind the events
+    // then waiting; an event pushed during the round lies behind the marker, so the first call
+    // ends at the marker and the second one reaches the event.
+    void PollTwice() {
+        collector->QueryInputEvents();
+        collector->QueryInputEvents();
+    }
+
+    void Rearm(int token, Arming arming) {
+        for (Slot& slot : pool)
+            if (slot.token == token)
+                return slot.rearm(arming);
     }
 
     void Drop(std::size_t index) {
@@ -68,15 +98,31 @@ protected:
                 return Drop(i);
     }
 
-    // Keeps the new reactor's only handle; `arm` sets its callbacks, now and on a rearm.
+    // Keeps the new reactor's only handle; `arm` sets its callbacks, now and on a rearm, to one
+    // function that it makes of `act`, or to empty ones when `act` is empty.
     template <class Handle, class Arm> void Keep(Handle handle, Arm arm) {
         auto* reactor = handle.Get();
         const int token = nextToken++;
-        auto rearm = [this, reactor, token, arm] {
-            arm(*reactor, [this, token] { return Act(token); });
+        auto rearm = [this, reactor, token, arm](Arming arming) {
+            if (arming == Arming::Clear)
+                return Clear(*reactor);
+            std::function<bool()> act;
+            if (arming == Arming::Act)
+                act = [this, token] { return Act(token); };
+            arm(*reactor, act);
         };
-        rearm();
+        rearm(Arming::Act);
         pool.push_back({token, std::move(handle), std::move(rearm)});
+    }
+
+    template <class Reactor> static void Clear(Reactor& reactor) { reactor.ClearAllCallbacks(); }
+    static void Clear(ITextReactor& reactor) { reactor.ClearCallback(); }
+
+    // The function a reactor of kind `Callback` gets: one that acts, or an empty one.
+    template <class Callback> static Callback Wrap(const std::function<bool()>& act) {
+        if (!act)
+            return nullptr;
+        return [act](auto&&...) { return static_cast<typename Callback::result_type>(act()); };
     }
 
     void MakeReactor() {
@@ -90,38 +136,44 @@ protected:
         switch (random() % 6) {
         case 0:
             return Keep(collector->CreateKeyReactor(pick(Key::A, Key::B, Key::C), priority),
-                        [](IKeyReactor& r, auto act) {
-                            r.SetPressCallback([act](auto) { return act(); });
-                            r.SetHoldCallback([act](auto) { return act(); });
-                            r.SetReleaseCallback([act](auto) { return act(); });
+                        [](IKeyReactor& r, const auto& act) {
+                            const auto f = Wrap<KeyCallback>(act);
+                            r.SetPressCallback(f);
+                            r.SetHoldCallback(f);
+                            r.SetReleaseCallback(f);
                         });
         case 1:
             return Keep(collector->CreateModeReactor(pick(Mode::LeftShift, Mode::RightCtrl)),
-                        [](IModeReactor& r, auto act) {
-                            r.SetPressCallback([act] { act(); });
-                            r.SetHoldCallback([act] { act(); });
-                            r.SetReleaseCallback([act] { act(); });
+                        [](IModeReactor& r, const auto& act) {
+                            const auto f = Wrap<ModeCallback>(act);
+                            r.SetPressCallback(f);
+                            r.SetHoldCallback(f);
+                            r.SetReleaseCallback(f);
                         });
         case 2:
             return Keep(collector->CreateButtonReactor(
                             pick(Button::Left, Button::Right, Button::WheelUp), priority),
-                        [](IButtonReactor& r, auto act) {
-                            r.SetPressCallback([act](unsigned int, auto) { return act(); });
-                            r.SetHoldCallback([act](unsigned int, auto) { return act(); });
-                            r.SetReleaseCallback([act](unsigned int, auto) { return act(); });
+                        [](IButtonReactor& r, const auto& act) {
+                            const auto f = Wrap<ButtonCallback>(act);
+                            r.SetPressCallback(f);
+                            r.SetHoldCallback(f);
+                            r.SetReleaseCallback(f);
                         });
         case 3:
-            return Keep(collector->CreateCursorTracer(priority), [](ICursorTracer& r, auto act) {
-                r.SetCallback([act](auto, auto) { return act(); });
-            });
+            return Keep(collector->CreateCursorTracer(priority),
+                        [](ICursorTracer& r, const auto& act) {
+                            r.SetCallback(Wrap<CursorCallback>(act));
+                        });
         case 4:
-            return Keep(collector->CreateTextReactor(), [](ITextReactor& r, auto act) {
-                r.SetCallback([act](const std::wstring&) { act(); });
+            return Keep(collector->CreateTextReactor(), [](ITextReactor& r, const auto& act) {
+                r.SetCallback(Wrap<TextCallback>(act));
             });
         default:
             return Keep(
                 collector->CreateWindowReactor(pick(WindowEvent::Close, WindowEvent::Minimize)),
-                [](IWindowReactor& r, auto act) { r.SetCallback([act] { act(); }); });
+                [](IWindowReactor& r, const auto& act) {
+                    r.SetCallback(Wrap<WindowEventCallback>(act));
+                });
         }
     }
 
@@ -167,13 +219,15 @@ protected:
     int nextToken = 0;
     Zenk::IntrudablePointer<IKeyReactor> kept;
     long calls = 0;
+    long emptyCalls = 0; // walks that an emptied callback ended
+    int nesting = 0;     // polls made from inside callbacks, one inside the other
 };
 
 TEST_F(Reentry, RandomStreamsWhileCallbacksCreateAndDropReactors) {
     collector->StartTextInput();
     collector->StopTextInput();
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
-    for (int round = 0; round < 400 && std::chrono::steady_clock::now() < deadline; ++round) {
+    for (int round = 0; round < 600 && std::chrono::steady_clock::now() < deadline; ++round) {
         while (pool.size() < 12)
             MakeReactor();
         if (round % 3 == 0)
@@ -182,11 +236,20 @@ TEST_F(Reentry, RandomStreamsWhileCallbacksCreateAndDropReactors) {
             collector->StopTextInput();
         for (int i = 0; i < 8; ++i)
             PushRandomEvent();
-        collector->QueryInputEvents();
-        frames.Tick(2);
+        try { // an emptied callback throws out of the walk that reaches it
+            collector->QueryInputEvents();
+            frames.Tick(2);
+        } catch (const std::bad_function_call&) {
+            ++emptyCalls;
+            for (Slot& slot : pool) // so that the stream goes on reaching reactors
+                slot.rearm(Arming::Act);
+        }
     }
     SCOPED_TRACE("seed " + std::to_string(seed));
     EXPECT_GT(calls, 1000) << "the stream reached too few reactors to prove anything";
+    EXPECT_GT(emptyCalls, 0) << "no walk met an emptied callback";
+    RecordProperty("calls", static_cast<int>(calls));
+    RecordProperty("emptyCalls", static_cast<int>(emptyCalls));
 
     pool.clear();
     // Every reactor gone: no registry holds an entry for any of them.
@@ -219,7 +282,7 @@ TEST_F(Reentry, SelfStoresAndNestedPollingReachTheRunningCallback) {
         seen.push_back(position.x);
         if (seen.size() == 1) {
             PushMotion(2, 0);
-            collector->QueryInputEvents();
+            PollTwice();
         }
         return false;
     });
@@ -227,6 +290,67 @@ TEST_F(Reentry, SelfStoresAndNestedPollingReachTheRunningCallback) {
     collector->QueryInputEvents();
     EXPECT_EQ(seen, (std::vector<short>{1, 2}));
 }
+
+// A tracer's callback polls again, and the nested dispatch calls the same callback while the
+// outer call still runs. What the inner call does to the tracer must hold once both returned.
+enum class Inner { Replaces, Empties, Clears, Drops };
+
+class NestedCall : public Reentry, public ::testing::WithParamInterface<Inner> {};
+
+TEST_P(NestedCall, WhatTheInnerCallDoesToItsTracerHoldsAfterBothReturn) {
+    std::vector<short> seen;
+    auto tracer = collector->CreateCursorTracer(0);
+    const std::string replacement = "a function with a heap capture, so that a leak would show";
+    tracer->SetCallback([&](auto position, auto) {
+        seen.push_back(position.x);
+        if (position.x == 1) {
+            PushMotion(2, 0);
+            PollTwice();
+        } else if (GetParam() == Inner::Replaces) {
+            tracer->SetCallback([&, replacement](auto, auto) { return seen.push_back(-1), false; });
+        } else if (GetParam() == Inner::Empties) {
+            tracer->SetCallback(nullptr);
+        } else if (GetParam() == Inner::Clears) {
+            tracer->ClearAllCallbacks();
+        } else {
+            tracer.Reset();
+        }
+        return false;
+    });
+    PushMotion(1, 0);
+    collector->QueryInputEvents();
+    EXPECT_EQ(seen, (std::vector<short>{1, 2}));
+
+    PushMotion(3, 0);
+    if (GetParam() == Inner::Empties) {
+        EXPECT_THROW(collector->QueryInputEvents(), std::bad_function_call);
+        return;
+    }
+    collector->QueryInputEvents();
+    switch (GetParam()) {
+    case Inner::Replaces:
+        EXPECT_EQ(seen, (std::vector<short>{1, 2, -1}));
+        break;
+    case Inner::Clears:
+        EXPECT_EQ(seen, (std::vector<short>{1, 2}));
+        EXPECT_EQ(tracer->GetPosition().x, 3);
+        break;
+    default:
+        EXPECT_EQ(seen, (std::vector<short>{1, 2}));
+        EXPECT_TRUE(probe.cursorTracers().empty());
+        break;
+    }
+}
+
+std::string InnerName(const ::testing::TestParamInfo<Inner>& info) {
+    const char* const names[] = {"Replaces", "Empties", "Clears", "Drops"};
+    return names[static_cast<int>(info.param)];
+}
+
+INSTANTIATE_TEST_SUITE_P(Reentry, NestedCall,
+                         ::testing::Values(Inner::Replaces, Inner::Empties, Inner::Clears,
+                                           Inner::Drops),
+                         InnerName);
 
 // What a callback queues by polling during a drain: key events wait for the next tick; window
 // events and buttons that arrive while their own queue drains are dropped.
