@@ -227,9 +227,10 @@ TEST_F(Reentry, RandomStreamsWhileCallbacksCreateAndDropReactors) {
     collector->StartTextInput();
     collector->StopTextInput();
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
-    for (int round = 0; round < 600 && std::chrono::steady_clock::now() < deadline; ++round) {
+    for (int round = 0; round < 1000 && std::chrono::steady_clock::now() < deadline; ++round) {
         while (pool.size() < 12)
             MakeReactor();
+        pool[random() % pool.size()].rearm(Arming::Act); // undoes the clears, one at a time
         if (round % 3 == 0)
             collector->StartTextInput();
         else
