@@ -1,23 +1,31 @@
 #pragma once
 
 // What the window tests need to look at an SDL window from outside the library: the SDL window
-// behind a handle, and a minimised state that a server without a window manager never sets.
+// behind a handle, and what the window system itself says about it. The window system's part has
+// one source per platform (WindowProbeX11.cpp, WindowProbeWin32.cpp).
 
 #include <window/NativeHandle.h>
 
 #include <SDL.h>
+
+#include <set>
+#include <string>
 
 namespace Probe {
 
 /// The SDL window whose native handle is `handle`, or null when SDL has none (any more).
 SDL_Window* SdlWindowOf(Window::NativeHandle handle);
 
-/// The width that the X server gives the window `handle` (an unknown id ends the process).
-int X11WidthOf(Window::NativeHandle handle);
+/// The width that the window system gives the window `handle`, asked outside SDL; -1 when it
+/// knows no such window.
+int NativeWidthOf(Window::NativeHandle handle);
 
-/// Marks the window hidden as a window manager would (_NET_WM_STATE_HIDDEN) and pumps SDL's
-/// events until SDL reports it minimised; false when it never does.
+/// Minimises the window as the window system's own controls would and pumps SDL's events until
+/// SDL reports it minimised; false when it never does.
 bool Minimise(SDL_Window* window);
+
+/// The Vulkan instance extensions that a surface on this window system needs.
+std::set<std::string> SurfaceExtensions();
 
 /// Pumps SDL's events until `done()` holds; false when it never does.
 template <class Done> bool PumpUntil(Done&& done) {

@@ -12,7 +12,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstdlib>
 #include <memory>
 #include <set>
 
@@ -113,17 +112,17 @@ TEST_F(WindowTest, OnlyTheFirstManufactureSucceeds) {
 }
 
 TEST_F(WindowTest, FailedStartReportsSdlAndUsesUpTheOneChance) {
-    setenv("SDL_VIDEODRIVER", "nonexistent", 1);
+    SDL_setenv("SDL_VIDEODRIVER", "nonexistent", 1);
     const std::string failure = FailureOf([this] { Manufacture(); }); // before SDL_GetError
     EXPECT_EQ(failure, std::string("Failed to initialize SDL: ") + SDL_GetError() + ".");
-    unsetenv("SDL_VIDEODRIVER");
+    SDL_setenv("SDL_VIDEODRIVER", "", 1); // SDL takes an empty name as none given
     EXPECT_THROW(Manufacture(), Error);
 }
 
 // SDL starts, but no Vulkan window can be made: the message carries SDL's reason, and the
 // configuration is left as it was.
 TEST_F(WindowTest, FailedWindowThrowsTheReasonAndWritesNothing) {
-    setenv("SDL_VULKAN_LIBRARY", "libvulkan-missing.so.1", 1);
+    SDL_setenv("SDL_VULKAN_LIBRARY", "libvulkan-missing.so.1", 1);
     Manufacture();
     // SDL's error text is overwritten since (the deleter met a null window): compare the start.
     const std::string expected = "Failed to create window: Tavrino. Version: 905\n->\t"
@@ -201,12 +200,12 @@ TEST_F(WindowTest, SetResolutionLogsAndResizesUnlessUnchanged) {
                                        "pixels -131071."}));
 }
 
-// The native handle is the X11 window id: another connection to the server finds the window
-// under it, as a renderer would. A field below the minimum is raised alone.
+// The native handle is the window system's own: asked outside SDL, the window system finds the
+// window under it, as a renderer would. A field below the minimum is raised alone.
 TEST_F(WindowTest, HandleSizesTitleAndExtensionsAreTheWindowsOwn) {
     auto window = Open({300, 1000});
-    ASSERT_NE(window->GetNativeHandle(), 0U);
-    EXPECT_EQ(Probe::X11WidthOf(window->GetNativeHandle()), 700);
+    ASSERT_NE(window->GetNativeHandle(), Window::NativeHandle{});
+    EXPECT_EQ(Probe::NativeWidthOf(window->GetNativeHandle()), 700);
     EXPECT_EQ(window->GetResolution(), (Resolution{700, 1000}));
     EXPECT_EQ(window->GetDrawableSize(), (Resolution{700, 1000}));
     EXPECT_FLOAT_EQ(window->GetAspectRatio(), 0.7F);
@@ -222,7 +221,7 @@ TEST_F(WindowTest, HandleSizesTitleAndExtensionsAreTheWindowsOwn) {
     const Window::InstanceExtensions extensions = window->GetInstanceExtensions();
     ASSERT_EQ(extensions.count, 2U);
     const std::set<std::string> names(extensions.names.get(), extensions.names.get() + 2);
-    EXPECT_EQ(names, (std::set<std::string>{"VK_KHR_surface", "VK_KHR_xlib_surface"}));
+    EXPECT_EQ(names, Probe::SurfaceExtensions());
 }
 
 } // namespace

@@ -1,5 +1,5 @@
 // A real window, stood up by the bootstrap with the library's own entry points, saving its state
-// through the host kit's configuration file. Needs an X server with a Vulkan driver.
+// through the host kit's configuration file. Needs a window system with a Vulkan driver.
 #include "HostTest.h"
 
 #include <host/Bootstrap.h>

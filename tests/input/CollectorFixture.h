@@ -17,7 +17,7 @@ namespace Window {
 class CollectorFixture : public ::testing::Test, protected Fakes::InputServices {
 protected:
     void SetUp() override {
-        setenv("SDL_VIDEODRIVER", "dummy", 1);
+        SDL_setenv("SDL_VIDEODRIVER", "dummy", 1);
         ASSERT_EQ(SDL_Init(SDL_INIT_VIDEO), 0) << SDL_GetError();
         // SDL starts with its own text input on; the collector's gate is what is under test.
         SDL_StopTextInput();

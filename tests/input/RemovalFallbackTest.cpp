@@ -1,44 +1,27 @@
 // A reactor that dies when no worker thread can be started still leaves every registry.
-// The test forbids new threads to its own process: a user over its process limit cannot start
-// one, and root is only held to the limit while it acts as another user.
 
 #include "CollectorFixture.h"
+#include "ThreadLimit.h"
 
-#include <sys/resource.h>
 #include <system_error>
-#include <unistd.h>
 
 namespace Window {
 namespace {
 
 using RemovalWithoutThreads = CollectorFixture;
 
-// While it lives, this process cannot start a thread. Root acts as "nobody" and keeps root as
-// its saved id, so that it can come back: the leak checker needs a thread of its own and the
-// right to read its suppressions when the process ends.
+// While it lives, this process cannot start a thread.
 class ThreadsForbidden {
 public:
-    ThreadsForbidden() {
-        getrlimit(RLIMIT_NPROC, &before);
-        wasRoot = geteuid() == 0;
-        if (wasRoot && setresuid(65534, 65534, 0) != 0)
-            return;
-        const rlimit none{0, before.rlim_max};
-        active = setrlimit(RLIMIT_NPROC, &none) == 0;
-    }
+    ThreadsForbidden() : active(ThreadLimit::Forbid()) {}
     ~ThreadsForbidden() {
-        setrlimit(RLIMIT_NPROC, &before);
-        if (wasRoot && setresuid(0, 0, 0) != 0)
-            ADD_FAILURE() << "could not act as root again";
+        if (active && !ThreadLimit::Allow())
+            ADD_FAILURE() << "could not take back the right to start threads";
     }
     ThreadsForbidden(const ThreadsForbidden&) = delete;
     ThreadsForbidden& operator=(const ThreadsForbidden&) = delete;
 
-    bool active = false;
-
-private:
-    rlimit before{};
-    bool wasRoot = false;
+    const bool active;
 };
 
 TEST_F(RemovalWithoutThreads, TheDyingReactorIsRemovedOnItsOwnThread) {
