@@ -30,6 +30,16 @@ namespace {
 
 using namespace Window;
 
+/// With INPUT_EVENTS_TRACE set, each step and each callback's action is told on stderr: the way
+/// to read a reproducer.
+void Trace(const char* what, long number = -1) {
+    static const bool tracing = std::getenv("INPUT_EVENTS_TRACE") != nullptr;
+    if (tracing && number >= 0)
+        std::fprintf(stderr, "input_events: %s %ld\n", what, number);
+    else if (tracing)
+        std::fprintf(stderr, "input_events: %s\n", what);
+}
+
 [[noreturn]] void Fail(const char* what) {
     std::fprintf(stderr, "input_events: %s\n", what);
     std::abort();
@@ -87,7 +97,14 @@ private:
     }
 
     void Step() {
-        switch (bytes.ConsumeIntegralInRange<int>(0, 11)) {
+        static constexpr const char* steps[] = {
+            "push a key",     "push a text",       "push a motion",
+            "push a button",  "push a wheel",      "push a window event",
+            "make a reactor", "drop a reactor",    "poll",
+            "tick",           "switch text input", "change the modal level"};
+        const int step = bytes.ConsumeIntegralInRange<int>(0, 11);
+        Trace(steps[step]);
+        switch (step) {
         case 0:
             return PushKey();
         case 1:
@@ -206,7 +223,16 @@ private:
             Fail("a dropped reactor was called");
         if (bytes.remaining_bytes() == 0)
             return false;
-        switch (bytes.ConsumeIntegralInRange<int>(0, 15)) {
+        static constexpr const char* actions[] = {
+            "makes a reactor",      "drops a reactor",
+            "drops itself",         "replaces its callbacks",
+            "clears its callbacks", "replaces another's callbacks",
+            "clears another's",     "may empty its callbacks",
+            "switches text input",  "changes the modal level",
+            "polls again",          "drops every reactor"};
+        const int action = bytes.ConsumeIntegralInRange<int>(0, 15);
+        Trace(action < 12 ? actions[action] : "does nothing; reactor", token);
+        switch (action) {
         case 0:
             MakeReactor();
             break;
@@ -297,6 +323,7 @@ private:
     }
 
     void Drop(std::size_t index) {
+        Trace("dropped reactor", pool[index].token);
         dead.insert(pool[index].token);
         Slot slot = std::move(pool[index]);
         pool.erase(pool.begin() + static_cast<std::ptrdiff_t>(index));
@@ -324,6 +351,7 @@ private:
                   [reactor, set, act](Callbacks callbacks) { set(*reactor, act, callbacks); }};
         slot.set(Callbacks::Acting);
         pool.push_back(std::move(slot));
+        Trace("made reactor", token);
     }
 
     unsigned short Priority() {
