@@ -11,6 +11,7 @@
 
 #include <toml++/toml.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -21,6 +22,8 @@
 #include <iterator>
 #include <limits>
 #include <map>
+#include <memory>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
