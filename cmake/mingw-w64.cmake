@@ -19,6 +19,10 @@ set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
 # The folder where `./dev windows` installs what it cross-builds (SDL2, GoogleTest) and links
 # Boost's headers: searched like the sysroot.
+# Its include folder is also on every compiler's default path, as /usr/include is on Linux: a
+# header-only library that a public header includes (Boost) is found without being named.
 if(WINDOW_MINGW_PREFIX)
     list(APPEND CMAKE_FIND_ROOT_PATH ${WINDOW_MINGW_PREFIX})
+    set(CMAKE_C_STANDARD_INCLUDE_DIRECTORIES ${WINDOW_MINGW_PREFIX}/include)
+    set(CMAKE_CXX_STANDARD_INCLUDE_DIRECTORIES ${WINDOW_MINGW_PREFIX}/include)
 endif()

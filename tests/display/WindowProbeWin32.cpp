@@ -1,7 +1,6 @@
 #include "WindowProbe.h"
 #include "platform/Platform.h"
 
-#define NOMINMAX
 #define WIN32_LEAN_AND_MEAN
 #include <windows.h>
 
