@@ -24,8 +24,8 @@ using namespace std::string_literals; // for rows that hold a NUL
 
 // GoogleTest prints every row when it registers the cases; by default it dumps the bytes,
 // padding included, which a memory checker reports as uninitialised reads. Rows print as their
-// name.
-template <class Row> void PrintTo(const Row& row, std::ostream* out) {
+// name (each table below names its row type here).
+template <class Row> void PrintName(const Row& row, std::ostream* out) {
     *out << row.name;
 }
 
@@ -78,6 +78,10 @@ struct BadCommandLine {
     const char* message;
 };
 
+void PrintTo(const BadCommandLine& row, std::ostream* out) {
+    PrintName(row, out);
+}
+
 class BadCommandLineTest : public testing::TestWithParam<BadCommandLine> {};
 
 TEST_P(BadCommandLineTest, GivesOneMessageNamingTheProblem) {
@@ -113,6 +117,10 @@ struct GoodLine {
     const char* line;
     ScriptEvent expected;
 };
+
+void PrintTo(const GoodLine& row, std::ostream* out) {
+    PrintName(row, out);
+}
 
 class GoodLineTest : public testing::TestWithParam<GoodLine> {};
 
@@ -157,6 +165,10 @@ struct BadLine {
     std::string script;
     std::string message; // after "Input script \"tour.txt\", line "
 };
+
+void PrintTo(const BadLine& row, std::ostream* out) {
+    PrintName(row, out);
+}
 
 class BadLineTest : public testing::TestWithParam<BadLine> {};
 
@@ -294,6 +306,10 @@ struct BadConfiguration {
     const char* text; // "/": a folder in its place
     const char* message;
 };
+
+void PrintTo(const BadConfiguration& row, std::ostream* out) {
+    PrintName(row, out);
+}
 
 class BadConfigurationTest : public ConfigurationTest,
                              public testing::WithParamInterface<BadConfiguration> {};
