@@ -65,6 +65,12 @@ struct StoredRow {
     const char* saved;      // the full-screen state written back
 };
 
+// Printed by name: GoogleTest would dump the bytes, padding included (uninitialised for a memory
+// checker).
+void PrintTo(const StoredRow& row, std::ostream* out) {
+    *out << row.name;
+}
+
 class StoredSettingsTest : public WindowTest, public ::testing::WithParamInterface<StoredRow> {};
 
 // Height decides first: a low window is raised whole, a narrow tall one only in width. Only

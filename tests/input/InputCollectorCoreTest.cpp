@@ -95,6 +95,12 @@ SDL_Event MakeOfType(Uint32 type) {
     return event;
 }
 
+// Printed by name: GoogleTest would dump the bytes, padding included (uninitialised for a memory
+// checker).
+void PrintTo(const GateRow& row, std::ostream* out) {
+    *out << row.name;
+}
+
 class Gate : public CollectorFixture, public ::testing::WithParamInterface<GateRow> {};
 
 TEST_P(Gate, SortsEachEventIntoItsQueue) {

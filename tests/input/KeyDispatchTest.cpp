@@ -23,6 +23,12 @@ struct WalkRow {
     std::vector<int> mouseCalls;
 };
 
+// Printed by name: GoogleTest would dump the bytes, padding included (uninitialised for a memory
+// checker).
+void PrintTo(const WalkRow& row, std::ostream* out) {
+    *out << row.name;
+}
+
 enum class Kind { Key, Button, Cursor };
 
 class Walk : public CollectorFixture,
