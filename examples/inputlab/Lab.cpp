@@ -1,7 +1,9 @@
 #include "Lab.h"
 
+#include "OverlayPanels.h"
 #include "Scene.h"
 
+#include <algorithm>
 #include <thread>
 
 namespace InputLab {
@@ -30,7 +32,7 @@ Lab::Lab(Host::Bootstrap& host, const LabOptions& options, const LabSettings& se
     state.fullScreen = settings.fullScreen;
     renderer = std::make_unique<Renderer>(*window, options.screenshot.has_value());
 
-    const LabContext context{collector, *window, host.Log(), state, echo};
+    const LabContext context{collector, *window, host.Log(), state, echo, walks};
     menu = std::make_unique<MenuControls>(context);
     game = std::make_unique<GameControls>(context, state.modalLevel, [this] { menu->Open(); });
     pointer = std::make_unique<PointerControls>(context);
@@ -76,6 +78,8 @@ void Lab::Run(const std::atomic<bool>& interrupted) {
 }
 
 void Lab::RunFrame(unsigned long long frame) {
+    const Clock::time_point previous = state.now;
+    state.now = Clock::now();
     if (script)
         script->InjectDue(frame);
     host.InputCollector().QueryInputEvents();
@@ -83,17 +87,43 @@ void Lab::RunFrame(unsigned long long frame) {
     if (state.quit)
         return;
 
-    const auto now = Clock::now();
     const Window::Resolution drawable = window->GetDrawableSize();
     if (drawable != lastDrawable && framesDrawn > 0)
         echo.Note("drawable " + SizeText(drawable));
     lastDrawable = drawable;
-    const Scene scene = BuildScene(state, drawable, window->GetResolution(), now);
+    BuildOverlay(drawable, previous);
+    const Scene scene = BuildScene(state, drawable, window->GetResolution(), state.now);
     if (renderer->Draw(scene, drawable)) {
         if (++framesDrawn == 1)
             echo.Note("ready: drawable " + SizeText(drawable) + " on " + renderer->DeviceName());
     }
-    ShowRates(now);
+    ShowRates(Clock::now());
+}
+
+void Lab::BuildOverlay(Window::Resolution drawable, Clock::time_point previous) {
+    // ImGui hears nothing of its own: the pointer is what the cursor tracer and the button
+    // reactors heard, in the scene's drawable pixels.
+    OverlayPointer pointer;
+    const Window::Resolution size = window->GetResolution();
+    pointer.seen = state.cursorSeen && size.width > 0 && size.height > 0;
+    if (pointer.seen) {
+        pointer.x = static_cast<float>(state.cursor.x) * drawable.width / size.width;
+        pointer.y = static_cast<float>(state.cursor.y) * drawable.height / size.height;
+    }
+    const auto held = [this](const char* subject) {
+        const auto& names = walks.Held();
+        return std::find(names.begin(), names.end(), subject) != names.end();
+    };
+    pointer.left = held("button Left");
+    pointer.right = held("button Right");
+    pointer.middle = held("button Middle");
+    const float seconds = previous == Clock::time_point{}
+                              ? 0.0F
+                              : std::chrono::duration<float>(state.now - previous).count();
+    Overlay& overlay = renderer->GetOverlay();
+    overlay.Begin(drawable, seconds, pointer);
+    DrawPanels(state, echo, walks, drawable);
+    overlay.End();
 }
 
 void Lab::ShowRates(Clock::time_point now) {

@@ -9,6 +9,7 @@
 #include "MenuControls.h"
 #include "PointerControls.h"
 #include "Renderer.h"
+#include "WalkTrace.h"
 
 #include <common/ITicker.h>
 #include <host/Bootstrap.h>
@@ -46,6 +47,7 @@ public:
 
 private:
     void RunFrame(unsigned long long frame);
+    void BuildOverlay(Window::Resolution drawable, Clock::time_point previous);
     void ShowRates(Clock::time_point now);
     void SaveScreenshot();
 
@@ -54,6 +56,7 @@ private:
     std::optional<InputScript> script;
     LabState state;
     EventEcho echo;
+    WalkTrace walks;
 
     // Declared in the order of making; destruction runs backwards, so every reactor goes before
     // the renderer and the window.

@@ -8,6 +8,7 @@
 #include "PngFile.h"
 #include "PrintableText.h"
 #include "Scene.h"
+#include "WalkTrace.h"
 
 #include <gtest/gtest.h>
 
@@ -412,6 +413,68 @@ TEST(PngFileTest, PixelsSurviveTheRoundTripAndFailuresNameTheFile) {
     EXPECT_FALSE(std::filesystem::exists(folder / "bad.png"));
     std::filesystem::remove_all(folder);
 }
+
+// --- priority walks ---
+
+// The lab's reactors of one key, as GameControls and MenuControls make them: the echo layer
+// first (priority 1, level 0), then the game's (priority 0, level 0), then the menu's (priority
+// 10, level 1). Each row calls some of them, in the library's order, with what they return.
+using Fate = WalkStep::Fate;
+
+struct WalkRow {
+    const char* name;
+    std::vector<std::pair<std::size_t, bool>> calls; // 0 echo, 1 game, 2 menu; consumed
+    std::vector<Fate> fates;                         // game, echo, menu: the library's order
+    bool stopped;
+};
+
+void PrintTo(const WalkRow& row, std::ostream* out) {
+    PrintName(row, out);
+}
+
+class WalkTest : public testing::TestWithParam<WalkRow> {};
+
+TEST_P(WalkTest, FatesFollowFromTheCallsAlone) {
+    WalkTrace walks;
+    const std::vector<WalkTrace::Id> ids{walks.Register("key", "Down", "echo", 1, 0),
+                                         walks.Register("key", "Down", "game", 0, 0),
+                                         walks.Register("key", "Down", "menu", 10, 1)};
+    walks.Register("key", "W", "echo", 1, 0); // another key's reactor takes no part
+    for (const auto& [reactor, consumed] : GetParam().calls)
+        walks.Called(ids[reactor], "press", consumed);
+    const auto walk = walks.LastWalk();
+    ASSERT_TRUE(walk);
+    EXPECT_EQ(walk->event, "key press Down");
+    std::vector<Fate> fates;
+    for (const WalkStep& step : walk->steps)
+        fates.push_back(step.fate);
+    EXPECT_EQ(fates, GetParam().fates);
+    EXPECT_EQ(walk->stopped, GetParam().stopped);
+    EXPECT_EQ(walks.Held(), std::vector<std::string>{"key Down"});
+}
+
+const WalkRow walkRows[] = {
+    {"GameConsumesSoTheWalkStops",
+     {{1, true}},
+     {Fate::Consumed, Fate::NotReached, Fate::OtherLevel},
+     true},
+    {"NobodyConsumesAtLevelZero",
+     {{1, false}, {0, false}},
+     {Fate::PassedOn, Fate::PassedOn, Fate::OtherLevel},
+     false},
+    {"MenuLevelPassesOverTheGame",
+     {{2, true}},
+     {Fate::OtherLevel, Fate::OtherLevel, Fate::Consumed},
+     false},
+    // The same reactor called again, or an earlier one, is the next event's walk.
+    {"ARepeatedCallStartsANewWalk",
+     {{1, true}, {1, false}},
+     {Fate::PassedOn, Fate::NotReached, Fate::OtherLevel},
+     false},
+};
+
+INSTANTIATE_TEST_SUITE_P(WalkTrace, WalkTest, testing::ValuesIn(walkRows),
+                         [](const auto& info) { return std::string(info.param.name); });
 
 // --- scene ---
 
