@@ -25,12 +25,15 @@ Lab::Lab(Host::Bootstrap& host, const LabOptions& options, const LabSettings& se
     : host(host)
     , options(options)
     , script(std::move(script))
+    , followsFrames(Pace(options).has_value())
     , echo(console) {
     Window::SInputCollector& collector = host.InputCollector();
     window = host.WindowFactory().CreateWindow();
     // The window read the same key when it was made; IWindow has no getter for the state.
     state.fullScreen = settings.fullScreen;
     renderer = std::make_unique<Renderer>(*window, options.screenshot.has_value());
+    if (options.record)
+        recorder = std::make_unique<Host::InputRecorder>(*options.record);
 
     const LabContext context{collector, *window, host.Log(), state, echo, walks};
     menu = std::make_unique<MenuControls>(context);
@@ -53,6 +56,12 @@ Lab::Lab(Host::Bootstrap& host, const LabOptions& options, const LabSettings& se
 }
 
 Lab::~Lab() = default;
+
+std::optional<Host::FramePace> Lab::Pace(const LabOptions& options) {
+    if (!options.script && !options.record)
+        return std::nullopt;
+    return Host::FramePace{static_cast<unsigned long long>(framePeriod.count())};
+}
 
 void Lab::Run(const std::atomic<bool>& interrupted) {
     auto next = Clock::now();
@@ -79,10 +88,17 @@ void Lab::Run(const std::atomic<bool>& interrupted) {
 
 void Lab::RunFrame(unsigned long long frame) {
     const Clock::time_point previous = state.now;
-    state.now = Clock::now();
+    // Frame 0 lies one period after the clock's start, which stands for "never" in the state.
+    state.now = followsFrames ? Clock::time_point{std::chrono::duration_cast<Clock::duration>(
+                                    static_cast<long long>(frame + 1) * framePeriod)}
+                              : Clock::now();
+    if (recorder)
+        recorder->Polling(frame);
     if (script)
         script->InjectDue(frame);
     host.InputCollector().QueryInputEvents();
+    if (recorder)
+        recorder->Polled();
     host.Frames().Pump();
     if (state.quit)
         return;

@@ -10,11 +10,14 @@
 #include "Scene.h"
 #include "WalkTrace.h"
 
+#include <host/InputRecorder.h>
+
 #include <gtest/gtest.h>
 
 #include <fstream>
 #include <limits>
 #include <sstream>
+#include <tuple>
 #include <unistd.h>
 #include <vector>
 
@@ -265,6 +268,40 @@ TEST(InputScriptTest, InjectsEachEventOnceInItsFrame) {
     constexpr int most = std::numeric_limits<int>::max();
     const ScriptEvent across{Kind::Motion, SDLK_UNKNOWN, most, 0, 0, ""};
     EXPECT_EQ(InputScript::ToSdlEvent(across, -most - 1, 0).motion.xrel, most);
+}
+
+TEST(InputScriptTest, ARecordingReplaysAsTheScriptItCameFrom) {
+    SDL_SetHint(SDL_HINT_VIDEODRIVER, "dummy");
+    ASSERT_EQ(SDL_Init(SDL_INIT_VIDEO), 0) << SDL_GetError();
+    InputScript script = ParseText("motion 5 -6\nbutton down left\nwait 2\nkey down Left Shift\n"
+                                   "key down F2\ntext  é x\nwheel -2\nbutton up middle\nwait 1\n"
+                                   "window close\nwindow maximize\n");
+    const std::string path = testing::TempDir() + "inputlab_recording.txt";
+    {
+        Host::InputRecorder recorder(path);
+        for (unsigned long long frame = 0; frame < 4; ++frame) {
+            recorder.Polling(frame);
+            script.InjectDue(frame);
+            if (frame == 2) { // the system's repeats are not input of their own
+                SDL_Event repeat = InputScript::ToSdlEvent(script.Entries()[2].event, 0, 0);
+                repeat.key.repeat = 1;
+                SDL_PushEvent(&repeat);
+            }
+            SDL_FlushEvents(SDL_FIRSTEVENT, SDL_LASTEVENT); // the library's poll
+            recorder.Polled();
+        }
+    }
+    SDL_Quit();
+    const InputScript replayed = InputScript::Load(path);
+    const auto fields = [](const ScriptEntry& entry) {
+        const ScriptEvent& event = entry.event;
+        return std::make_tuple(entry.frame, event.kind, event.key, event.x, event.y, event.button,
+                               event.text);
+    };
+    ASSERT_EQ(replayed.Entries().size(), script.Entries().size());
+    for (std::size_t index = 0; index < script.Entries().size(); ++index)
+        EXPECT_EQ(fields(replayed.Entries()[index]), fields(script.Entries()[index]))
+            << "line " << script.Entries()[index].line;
 }
 
 // --- configuration ---
