@@ -15,6 +15,7 @@ struct TickSchedule;
 
 /// How far a frame utility whose clock follows the frames moves its clock at each pump.
 struct FramePace {
+    /// Microseconds added to the clock by each pump; one frame's period, usually.
     unsigned long long microsecondsPerPump = 0;
 };
 

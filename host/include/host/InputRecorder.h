@@ -32,7 +32,7 @@ namespace Host {
 class InputRecorder {
 public:
     /// Creates or empties the file at `path` and starts watching SDL's queue.
-    /// Throws `std::runtime_error` ("Cannot write the input recording "<path>"") when the file
+    /// Throws `std::runtime_error` ("Cannot write the input recording \"PATH\"") when the file
     /// cannot be opened.
     explicit InputRecorder(const std::filesystem::path& path);
     /// Stops watching and closes the file; the recording is complete up to here.
