@@ -62,7 +62,7 @@ private:
     bool followsFrames;
     LabState state;
     EventEcho echo;
-    WalkTrace walks;
+    WalkTrace walks{state.modalLevel};
 
     // Declared in the order of making; destruction runs backwards, so every reactor goes before
     // the renderer and the window.

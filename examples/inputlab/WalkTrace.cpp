@@ -27,13 +27,13 @@ void WalkTrace::Called(Id id, const char* action, bool consumed) {
     // reactor no later than the last one called belongs to the next walk.
     bool sameWalk = !calls.empty() && this->action == action;
     if (sameWalk) {
-        const Entry& last = entries[calls.back().first];
+        const Entry& last = entries[calls.back().id];
         const auto order = Order(id);
         const auto position = [&order](Id which) {
             return std::find(order.begin(), order.end(), which) - order.begin();
         };
         sameWalk = last.kind == entry.kind && last.name == entry.name &&
-                   position(calls.back().first) < position(id);
+                   position(calls.back().id) < position(id);
     }
     if (!sameWalk) {
         calls.clear();
@@ -45,29 +45,34 @@ void WalkTrace::Called(Id id, const char* action, bool consumed) {
         else if (this->action == "release" && found != held.end())
             held.erase(found);
     }
-    calls.emplace_back(id, consumed);
+    calls.push_back({id, consumed, modalLevel});
 }
 
 std::optional<Walk> WalkTrace::LastWalk() const {
     if (calls.empty())
         return std::nullopt;
-    const Entry& first = entries[calls.front().first];
+    const Entry& first = entries[calls.front().id];
     Walk walk;
     walk.event = first.kind + ' ' + action + ' ' + first.name;
-    walk.level = first.level;
+    if (first.level)
+        walk.level = calls.front().level;
     bool consumed = false;
-    for (const Id id : Order(calls.front().first)) {
+    auto next = calls.begin(); // the next call in the library's order
+    for (const Id id : Order(calls.front().id)) {
         const Entry& entry = entries[id];
         WalkStep step{entry.owner, entry.priority, entry.level, WalkStep::Fate::NotReached};
-        const auto call = std::find_if(calls.begin(), calls.end(),
-                                       [id](const auto& made) { return made.first == id; });
-        if (call != calls.end()) {
-            step.fate = call->second ? WalkStep::Fate::Consumed : WalkStep::Fate::PassedOn;
-            consumed = consumed || call->second;
-        } else if (entry.level && walk.level && *entry.level != *walk.level) {
-            step.fate = WalkStep::Fate::OtherLevel;
-        } else if (consumed) {
-            walk.stopped = true;
+        if (next != calls.end() && next->id == id) {
+            step.fate = next->consumed ? WalkStep::Fate::Consumed : WalkStep::Fate::PassedOn;
+            consumed = consumed || next->consumed;
+            ++next;
+        } else {
+            // Nothing runs between this reactor and the next call, so the level then was the
+            // level when the walk passed here; after the last call, it is the level now.
+            const unsigned char level = next != calls.end() ? next->level : modalLevel;
+            if (entry.level && *entry.level != level)
+                step.fate = WalkStep::Fate::OtherLevel;
+            else if (consumed)
+                walk.stopped = true;
         }
         walk.steps.push_back(std::move(step));
     }

@@ -36,12 +36,17 @@ struct Walk {
 
 /// The priority walks of key and button events, pieced together from what the lab's own
 /// reactors observed: every reactor is registered with its priority and level, and each call
-/// of its press or release callback is recorded with what it returned. A reactor that was not
-/// called either answers at another level (passed over) or comes after the walk stopped.
-/// Engine main thread; pure bookkeeping, no library call.
+/// of its press or release callback is recorded with what it returned and the modal level at
+/// that moment. A reactor that was not called either answers at another level than the one
+/// current when the walk passed it (a consumer may change the level mid-walk, as the game's
+/// Escape does) or comes after the walk stopped. Engine main thread; pure bookkeeping, no
+/// library call.
 class WalkTrace {
 public:
     using Id = std::size_t;
+
+    /// `modalLevel` is the collector's level as the lab keeps it; it must outlive the trace.
+    explicit WalkTrace(const unsigned char& modalLevel) : modalLevel(modalLevel) {}
 
     /// Registers a reactor to `kind` ("key", "button") `name` ("Down"), made in this order,
     /// owned by `owner` (shown in the walk). Returns the id its callbacks pass to `Called`.
@@ -75,10 +80,17 @@ private:
     /// The reactors of `id`'s event in the library's order.
     std::vector<Id> Order(Id id) const;
 
+    struct Call {
+        Id id;
+        bool consumed;
+        unsigned char level; // the modal level when it was called
+    };
+
+    const unsigned char& modalLevel;
     std::vector<Entry> entries;
-    // The walk being recorded: its action, the reactors called and what each returned.
+    // The walk being recorded: its action and the calls made so far.
     std::string action;
-    std::vector<std::pair<Id, bool>> calls;
+    std::vector<Call> calls;
     std::vector<std::string> held;
 };
 
