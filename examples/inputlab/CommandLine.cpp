@@ -33,7 +33,12 @@ po::options_description Describe(const std::filesystem::path& defaultConfig) {
         "At exit, write the last rendered frame to PATH as a PNG image.")(
         "script", po::value<std::string>()->value_name("PATH"),
         "Inject the input events listed in PATH, one per line (see README.md), e.g. "
-        "\"key down a\", \"motion 100 200\", \"wait 5\".");
+        "\"key down a\", \"motion 100 200\", \"wait 5\". While it plays, the window "
+        "system's own input is held back.")(
+        "record", po::value<std::string>()->value_name("PATH"),
+        "Write every input event of the run to PATH, in the format of --script, so that "
+        "--script PATH replays it exactly. With --script or --record, time follows the "
+        "frames rather than the clock.");
     return options;
 }
 
@@ -120,6 +125,8 @@ LabOptions ParseCommandLine(int argc, const char* const argv[]) {
         result.screenshot = values["screenshot"].as<std::string>();
     if (values.count("script") != 0)
         result.script = values["script"].as<std::string>();
+    if (values.count("record") != 0)
+        result.record = values["record"].as<std::string>();
     return result;
 }
 

@@ -20,6 +20,8 @@ struct LabOptions {
     std::optional<std::filesystem::path> screenshot;
     /// Input to inject, one event per line.
     std::optional<std::filesystem::path> script;
+    /// Where every input event of the run goes, as an input script that `script` replays.
+    std::optional<std::filesystem::path> record;
     /// True when `--help` was given: print `helpText` and do nothing else.
     bool help = false;
     std::string helpText;

@@ -13,11 +13,18 @@ namespace InputLab {
 // bytes in them would steer the terminal, so every line is escaped on its way out.
 
 void EventEcho::Callback(const std::string& text) {
-    out << '#' << ++count << ' ' << Printable(text) << std::endl;
+    Print('#' + std::to_string(++count) + ' ' + Printable(text));
 }
 
 void EventEcho::Note(const std::string& text) {
-    out << "-- " << Printable(text) << std::endl;
+    Print("-- " + Printable(text));
+}
+
+void EventEcho::Print(std::string line) {
+    out << line << std::endl;
+    recent.push_back(std::move(line));
+    if (recent.size() > RecentLines)
+        recent.pop_front();
 }
 
 void EventEcho::Hold(const std::string& subject, const std::string& text) {

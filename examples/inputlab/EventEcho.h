@@ -2,6 +2,8 @@
 
 #include <window/InputVocabulary.h>
 
+#include <cstddef>
+#include <deque>
 #include <map>
 #include <ostream>
 #include <set>
@@ -38,6 +40,12 @@ public:
     /// How many numbered lines were printed.
     unsigned long long Count() const noexcept { return count; }
 
+    /// How many of the last lines `Recent` keeps.
+    static constexpr std::size_t RecentLines = 20;
+
+    /// The last `RecentLines` lines printed, oldest first, as printed (escaped).
+    const std::deque<std::string>& Recent() const noexcept { return recent; }
+
     /// "key press A (priority 0, level 0) modes {LeftShift}"
     static std::string KeyText(const char* action, Window::Key key, unsigned short priority,
                                unsigned char level, const std::set<Window::Mode>& modes);
@@ -57,7 +65,10 @@ public:
     static std::string WindowText(Window::WindowEvent event);
 
 private:
+    void Print(std::string line);
+
     std::ostream& out;
+    std::deque<std::string> recent;
     unsigned long long count = 0;
     std::map<std::string, unsigned long long> holds;
 };

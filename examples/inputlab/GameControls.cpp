@@ -3,6 +3,7 @@
 #include "PrintableText.h"
 #include "VocabularyNames.h"
 
+#include <algorithm>
 #include <array>
 
 namespace InputLab {
@@ -60,8 +61,11 @@ GameControls::GameControls(LabContext context, unsigned char level, std::functio
 void GameControls::MakeEchoLayer() {
     for (const Key key : AllKeys()) {
         auto reactor = context.collector.CreateKeyReactor(key, EchoPriority);
-        const auto echo = [this, key](const char* action) {
-            return [this, key, action](Modes held) {
+        const auto id =
+            context.walks.Register("key", KeyName(key), "echo layer", EchoPriority, level);
+        const auto echo = [this, key, id](const char* action) {
+            return [this, key, id, action](Modes held) {
+                context.walks.Called(id, action, false);
                 context.echo.Callback(EventEcho::KeyText(action, key, EchoPriority, level, held));
                 return false;
             };
@@ -72,14 +76,17 @@ void GameControls::MakeEchoLayer() {
     }
 }
 
-void GameControls::Command(Key key, std::function<void()> action) {
+void GameControls::Command(Key key, const std::string& owner, std::function<void()> action) {
     auto reactor = context.collector.CreateKeyReactor(key, GamePriority);
-    reactor->SetPressCallback([this, key, action = std::move(action)](Modes held) {
+    const auto id = context.walks.Register("key", KeyName(key), owner, GamePriority, level);
+    reactor->SetPressCallback([this, key, id, action = std::move(action)](Modes held) {
+        context.walks.Called(id, "press", true);
         context.echo.Callback(EventEcho::KeyText("press", key, GamePriority, level, held));
         action();
         return true;
     });
-    reactor->SetReleaseCallback([this, key](Modes held) {
+    reactor->SetReleaseCallback([this, key, id](Modes held) {
+        context.walks.Called(id, "release", true);
         context.echo.Callback(EventEcho::KeyText("release", key, GamePriority, level, held));
         return true;
     });
@@ -89,7 +96,7 @@ void GameControls::Command(Key key, std::function<void()> action) {
 void GameControls::MakeBackgroundKeys() {
     const std::array<Key, 3> digits{Key::Digit1, Key::Digit2, Key::Digit3};
     for (std::size_t index = 0; index < digits.size(); ++index)
-        Command(digits[index],
+        Command(digits[index], "game: background " + std::to_string(index + 1),
                 [this, index] { context.state.background = static_cast<int>(index) + 1; });
 }
 
@@ -97,10 +104,10 @@ void GameControls::MakeCommandKeys() {
     // Escape consumes its press, and the menu's Escape reactor has a later priority: the walk
     // over Escape's reactors therefore ends before it reaches the menu's reactor, which would
     // otherwise answer at the level this very press has just entered and close the menu again.
-    Command(Key::Escape, [this] { openMenu(); });
-    Command(Key::Return, [this] { ToggleFullScreen(context); });
-    Command(Key::F3, [this] { NextWindowSize(); });
-    Command(Key::F2, [this] {
+    Command(Key::Escape, "game: open menu", [this] { openMenu(); });
+    Command(Key::Return, "game: full screen", [this] { ToggleFullScreen(context); });
+    Command(Key::F3, "game: window size", [this] { NextWindowSize(); });
+    Command(Key::F2, "game: text input", [this] {
         if (context.state.textInput)
             return;
         context.state.textInput = true;
@@ -112,7 +119,10 @@ void GameControls::MakeCommandKeys() {
     // While text input is on, Backspace is the one key the library still delivers as a key, so
     // it edits the typed line and, on an empty line, ends text input.
     auto backspace = context.collector.CreateKeyReactor(Key::Backspace, GamePriority);
-    backspace->SetPressCallback([this](Modes held) {
+    const auto id = context.walks.Register("key", KeyName(Key::Backspace), "game: edit text",
+                                           GamePriority, level);
+    backspace->SetPressCallback([this, id](Modes held) {
+        context.walks.Called(id, "press", context.state.textInput);
         if (!context.state.textInput)
             return false; // an ordinary key now: leave it to the echo layer
         context.echo.Callback(
@@ -123,7 +133,8 @@ void GameControls::MakeCommandKeys() {
             context.state.typed.pop_back();
         return true;
     });
-    backspace->SetReleaseCallback([this](Modes held) {
+    backspace->SetReleaseCallback([this, id](Modes held) {
+        context.walks.Called(id, "release", context.state.textInput);
         if (!context.state.textInput)
             return false;
         context.echo.Callback(
@@ -139,8 +150,11 @@ void GameControls::MakeCellKeys() {
         const Cell cell = entry.cell;
         const std::string subject = "key " + KeyName(key);
         auto reactor = context.collector.CreateKeyReactor(key, GamePriority);
+        const auto id =
+            context.walks.Register("key", KeyName(key), "game: cell", GamePriority, level);
         // These do not consume, so the echo layer hears the press and release too.
-        reactor->SetPressCallback([this, key, subject](Modes held) {
+        reactor->SetPressCallback([this, key, id, subject](Modes held) {
+            context.walks.Called(id, "press", false);
             context.echo.EndHold(subject);
             context.echo.Callback(EventEcho::KeyText("press", key, GamePriority, level, held));
             return false;
@@ -150,7 +164,8 @@ void GameControls::MakeCellKeys() {
             context.echo.Hold(subject, EventEcho::KeyText("hold", key, GamePriority, level, held));
             return false;
         });
-        reactor->SetReleaseCallback([this, key, subject](Modes held) {
+        reactor->SetReleaseCallback([this, key, id, subject](Modes held) {
+            context.walks.Called(id, "release", false);
             context.echo.EndHold(subject);
             context.echo.Callback(EventEcho::KeyText("release", key, GamePriority, level, held));
             return false;
@@ -164,6 +179,7 @@ void GameControls::MakeModes() {
         const std::string subject = "mode " + ModeName(mode);
         auto reactor = context.collector.CreateModeReactor(mode);
         reactor->SetPressCallback([this, mode, subject] {
+            context.state.heldModes.push_back(ModeName(mode));
             context.echo.EndHold(subject);
             context.echo.Callback(EventEcho::ModeText("press", mode, level));
         });
@@ -172,6 +188,8 @@ void GameControls::MakeModes() {
             context.echo.Hold(subject, EventEcho::ModeText("hold", mode, level));
         });
         reactor->SetReleaseCallback([this, mode, subject] {
+            auto& held = context.state.heldModes;
+            held.erase(std::remove(held.begin(), held.end(), ModeName(mode)), held.end());
             context.echo.EndHold(subject);
             context.echo.Callback(EventEcho::ModeText("release", mode, level));
         });

@@ -6,6 +6,7 @@
 #include <zenkbase/intrudable_pointer.h>
 
 #include <functional>
+#include <string>
 #include <vector>
 
 namespace InputLab {
@@ -41,7 +42,7 @@ private:
 
     /// A game-layer key reactor whose press runs `action`; press and release are echoed and
     /// consumed, so the echo layer never hears the key.
-    void Command(Window::Key key, std::function<void()> action);
+    void Command(Window::Key key, const std::string& owner, std::function<void()> action);
 
     void NextWindowSize();
     void StopTextInput();

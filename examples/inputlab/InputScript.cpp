@@ -141,6 +141,36 @@ Sint32 Relative(Sint32 to, Sint32 from) {
                                                      std::numeric_limits<Sint32>::max()));
 }
 
+/// Set while the script pushes its own events, and while it has lines left to push.
+bool injecting = false;
+bool holdingBack = false;
+
+int HoldBackSystemInput(void*, SDL_Event* event) {
+    if (injecting || !holdingBack)
+        return 1;
+    switch (event->type) {
+    case SDL_KEYDOWN:
+    case SDL_KEYUP:
+    case SDL_TEXTEDITING:
+    case SDL_TEXTINPUT:
+    case SDL_MOUSEMOTION:
+    case SDL_MOUSEBUTTONDOWN:
+    case SDL_MOUSEBUTTONUP:
+    case SDL_MOUSEWHEEL:
+        return 0;
+    default:
+        return 1;
+    }
+}
+
+/// Clears `injecting` however the pushes end.
+struct Injecting {
+    Injecting() { injecting = true; }
+    ~Injecting() { injecting = false; }
+    Injecting(const Injecting&) = delete;
+    Injecting& operator=(const Injecting&) = delete;
+};
+
 } // namespace
 
 InputScript InputScript::Load(const std::filesystem::path& path) {
@@ -214,6 +244,13 @@ InputScript InputScript::Parse(std::istream& input, const std::string& name) {
 }
 
 void InputScript::InjectDue(unsigned long long frame) {
+    // Set once: SDL empties its queue whenever a filter is set, so it stays and asks the flags.
+    SDL_EventFilter filter = nullptr;
+    void* data = nullptr;
+    if (SDL_GetEventFilter(&filter, &data) == SDL_FALSE || filter != HoldBackSystemInput)
+        SDL_SetEventFilter(HoldBackSystemInput, nullptr);
+    holdingBack = next < entries.size();
+    const Injecting scope;
     for (; next < entries.size() && entries[next].frame <= frame; ++next) {
         const ScriptEntry& entry = entries[next];
         SDL_Event event = ToSdlEvent(entry.event, cursorX, cursorY);
@@ -225,6 +262,8 @@ void InputScript::InjectDue(unsigned long long frame) {
             throw std::runtime_error("SDL refused a scripted event from line " +
                                      std::to_string(entry.line) + ": " + SDL_GetError());
     }
+    // Real input reaches the library again from the poll after the last line's.
+    holdingBack = next < entries.size();
 }
 
 SDL_Event InputScript::ToSdlEvent(const ScriptEvent& source, int cursorX, int cursorY) {

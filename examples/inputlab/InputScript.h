@@ -79,6 +79,10 @@ public:
 
     /// Pushes the events due by `frame` into SDL's queue. Call once per frame, with rising frame
     /// numbers, before polling. Engine main thread.
+    /// From the first call until the last line is pushed, the window system's own input (keys,
+    /// text, cursor, buttons, wheel) is held back where SDL queues it, so that a replay is not
+    /// mixed with a real pointer or keyboard; window events still arrive. The first call drops
+    /// what SDL's queue holds (SDL does so whenever an event filter is set).
     /// Throws `std::runtime_error` ("SDL refused a scripted event from line <n>: <reason>") when
     /// the queue is full.
     void InjectDue(unsigned long long frame);

@@ -1,7 +1,9 @@
 #include "Lab.h"
 
+#include "OverlayPanels.h"
 #include "Scene.h"
 
+#include <algorithm>
 #include <thread>
 
 namespace InputLab {
@@ -23,14 +25,17 @@ Lab::Lab(Host::Bootstrap& host, const LabOptions& options, const LabSettings& se
     : host(host)
     , options(options)
     , script(std::move(script))
+    , followsFrames(Pace(options).has_value())
     , echo(console) {
     Window::SInputCollector& collector = host.InputCollector();
     window = host.WindowFactory().CreateWindow();
     // The window read the same key when it was made; IWindow has no getter for the state.
     state.fullScreen = settings.fullScreen;
     renderer = std::make_unique<Renderer>(*window, options.screenshot.has_value());
+    if (options.record)
+        recorder = std::make_unique<Host::InputRecorder>(*options.record);
 
-    const LabContext context{collector, *window, host.Log(), state, echo};
+    const LabContext context{collector, *window, host.Log(), state, echo, walks};
     menu = std::make_unique<MenuControls>(context);
     game = std::make_unique<GameControls>(context, state.modalLevel, [this] { menu->Open(); });
     pointer = std::make_unique<PointerControls>(context);
@@ -51,6 +56,12 @@ Lab::Lab(Host::Bootstrap& host, const LabOptions& options, const LabSettings& se
 }
 
 Lab::~Lab() = default;
+
+std::optional<Host::FramePace> Lab::Pace(const LabOptions& options) {
+    if (!options.script && !options.record)
+        return std::nullopt;
+    return Host::FramePace{static_cast<unsigned long long>(framePeriod.count())};
+}
 
 void Lab::Run(const std::atomic<bool>& interrupted) {
     auto next = Clock::now();
@@ -76,24 +87,59 @@ void Lab::Run(const std::atomic<bool>& interrupted) {
 }
 
 void Lab::RunFrame(unsigned long long frame) {
+    const Clock::time_point previous = state.now;
+    // Frame 0 lies one period after the clock's start, which stands for "never" in the state.
+    state.now = followsFrames ? Clock::time_point{std::chrono::duration_cast<Clock::duration>(
+                                    static_cast<long long>(frame + 1) * framePeriod)}
+                              : Clock::now();
+    if (recorder)
+        recorder->Polling(frame);
     if (script)
         script->InjectDue(frame);
     host.InputCollector().QueryInputEvents();
+    if (recorder)
+        recorder->Polled();
     host.Frames().Pump();
     if (state.quit)
         return;
 
-    const auto now = Clock::now();
     const Window::Resolution drawable = window->GetDrawableSize();
     if (drawable != lastDrawable && framesDrawn > 0)
         echo.Note("drawable " + SizeText(drawable));
     lastDrawable = drawable;
-    const Scene scene = BuildScene(state, drawable, window->GetResolution(), now);
+    BuildOverlay(drawable, previous);
+    const Scene scene = BuildScene(state, drawable, window->GetResolution(), state.now);
     if (renderer->Draw(scene, drawable)) {
         if (++framesDrawn == 1)
             echo.Note("ready: drawable " + SizeText(drawable) + " on " + renderer->DeviceName());
     }
-    ShowRates(now);
+    ShowRates(Clock::now());
+}
+
+void Lab::BuildOverlay(Window::Resolution drawable, Clock::time_point previous) {
+    // ImGui hears nothing of its own: the pointer is what the cursor tracer and the button
+    // reactors heard, in the scene's drawable pixels.
+    OverlayPointer pointer;
+    const Window::Resolution size = window->GetResolution();
+    pointer.seen = state.cursorSeen && size.width > 0 && size.height > 0;
+    if (pointer.seen) {
+        pointer.x = static_cast<float>(state.cursor.x) * drawable.width / size.width;
+        pointer.y = static_cast<float>(state.cursor.y) * drawable.height / size.height;
+    }
+    const auto held = [this](const char* subject) {
+        const auto& names = walks.Held();
+        return std::find(names.begin(), names.end(), subject) != names.end();
+    };
+    pointer.left = held("button Left");
+    pointer.right = held("button Right");
+    pointer.middle = held("button Middle");
+    const float seconds = previous == Clock::time_point{}
+                              ? 0.0F
+                              : std::chrono::duration<float>(state.now - previous).count();
+    Overlay& overlay = renderer->GetOverlay();
+    overlay.Begin(drawable, seconds, pointer);
+    DrawPanels(state, echo, walks, drawable);
+    overlay.End();
 }
 
 void Lab::ShowRates(Clock::time_point now) {

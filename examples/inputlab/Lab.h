@@ -9,9 +9,11 @@
 #include "MenuControls.h"
 #include "PointerControls.h"
 #include "Renderer.h"
+#include "WalkTrace.h"
 
 #include <common/ITicker.h>
 #include <host/Bootstrap.h>
+#include <host/InputRecorder.h>
 #include <window/IWindow.h>
 
 #include <atomic>
@@ -39,6 +41,10 @@ public:
     Lab(const Lab&) = delete;
     Lab& operator=(const Lab&) = delete;
 
+    /// How the host's frame utility must be timed for `options`: a recorded or replayed run
+    /// follows the frames, so that the same input gives the same course. Pure.
+    static std::optional<Host::FramePace> Pace(const LabOptions& options);
+
     /// Runs frames until the window closes, Quit is chosen, `interrupted` turns true (a signal)
     /// or the number of frames asked for is reached; then writes the screenshot, when one was
     /// asked for. Throws what the library, the host and the renderer throw.
@@ -46,19 +52,23 @@ public:
 
 private:
     void RunFrame(unsigned long long frame);
+    void BuildOverlay(Window::Resolution drawable, Clock::time_point previous);
     void ShowRates(Clock::time_point now);
     void SaveScreenshot();
 
     Host::Bootstrap& host;
     LabOptions options;
     std::optional<InputScript> script;
+    bool followsFrames;
     LabState state;
     EventEcho echo;
+    WalkTrace walks{state.modalLevel};
 
     // Declared in the order of making; destruction runs backwards, so every reactor goes before
     // the renderer and the window.
     Zenk::IntrudablePointer<Window::IWindow> window;
     std::unique_ptr<Renderer> renderer;
+    std::unique_ptr<Host::InputRecorder> recorder;
     std::unique_ptr<MenuControls> menu;
     std::unique_ptr<GameControls> game;
     std::unique_ptr<PointerControls> pointer;

@@ -2,6 +2,7 @@
 
 #include "EventEcho.h"
 #include "LabState.h"
+#include "WalkTrace.h"
 
 #include <common/SMessageLog.h>
 #include <window/IWindow.h>
@@ -9,19 +10,21 @@
 
 namespace InputLab {
 
-/// What the reactors' callbacks reach: the library's objects, the host's log, the lab's state
-/// and the console echo. Everything here outlives every reactor that refers to it.
+/// What the reactors' callbacks reach: the library's objects, the host's log, the lab's state,
+/// the console echo and the record of priority walks. Everything here outlives every reactor that
+/// refers to it.
 struct LabContext {
     Window::SInputCollector& collector;
     Window::IWindow& window;
     Common::Log::SMessageLog& log;
     LabState& state;
     EventEcho& echo;
+    WalkTrace& walks;
 };
 
-/// Marks a cell as held now; the scene lights it for a short while.
+/// Marks a cell as held in this frame; the scene lights it for a short while.
 inline void StampHold(LabState& state, Cell cell) {
-    state.lastHold[static_cast<std::size_t>(cell)] = Clock::now();
+    state.lastHold[static_cast<std::size_t>(cell)] = state.now;
 }
 
 /// Switches full screen on or off; the window saves the state at its end.

@@ -6,6 +6,7 @@
 #include <chrono>
 #include <cstddef>
 #include <string>
+#include <vector>
 
 namespace InputLab {
 
@@ -39,6 +40,10 @@ enum class MenuItem { Resume, FullScreen, Quit, Count };
 /// What the reactors have made of the input so far; the scene is drawn from it alone.
 /// Written by callbacks and read by the frame loop, both on the engine's main thread.
 struct LabState {
+    /// The time of the frame being run: the wall clock, or, when input is recorded or replayed,
+    /// a time that follows the frames, so that what the picture shows depends on frames alone.
+    Clock::time_point now{};
+
     /// Index into the background palette (0 until a digit key chose another).
     int background = 0;
 
@@ -51,6 +56,9 @@ struct LabState {
     /// The last wheel pulse, and its direction.
     Clock::time_point lastWheel{};
     bool wheelUp = true;
+
+    /// The modifiers pressed and not yet released, by name, in the order they were pressed.
+    std::vector<std::string> heldModes;
 
     /// The collector's modal level as the lab last set it.
     unsigned char modalLevel = 0;

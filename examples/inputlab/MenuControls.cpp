@@ -1,10 +1,10 @@
 #include "MenuControls.h"
 
+#include "VocabularyNames.h"
+
 namespace InputLab {
 
-namespace {
-
-const char* ItemName(MenuItem item) {
+const char* MenuItemName(MenuItem item) {
     switch (item) {
     case MenuItem::Resume:
         return "Resume";
@@ -18,27 +18,29 @@ const char* ItemName(MenuItem item) {
     return "?";
 }
 
-} // namespace
-
 MenuControls::MenuControls(LabContext context) : context(context) {
     // Key reactors answer only at the level current when they are made, so the menu's are made
     // on its own level, once, and wait there until the menu opens.
     level = context.collector.PushModalLevel();
-    MakeKey(Window::Key::Escape, [this] { Close(); });
-    MakeKey(Window::Key::Up, [this] { Move(-1); });
-    MakeKey(Window::Key::Down, [this] { Move(1); });
-    MakeKey(Window::Key::Return, [this] { Activate(); });
+    MakeKey(Window::Key::Escape, "menu: close", [this] { Close(); });
+    MakeKey(Window::Key::Up, "menu: item up", [this] { Move(-1); });
+    MakeKey(Window::Key::Down, "menu: item down", [this] { Move(1); });
+    MakeKey(Window::Key::Return, "menu: run item", [this] { Activate(); });
     context.collector.PopModalLevel();
 }
 
-void MenuControls::MakeKey(Window::Key key, std::function<void()> action) {
+void MenuControls::MakeKey(Window::Key key, const char* owner, std::function<void()> action) {
     auto reactor = context.collector.CreateKeyReactor(key, MenuPriority);
-    reactor->SetPressCallback([this, key, action = std::move(action)](std::set<Window::Mode> held) {
-        context.echo.Callback(EventEcho::KeyText("press", key, MenuPriority, level, held));
-        action();
-        return true;
-    });
-    reactor->SetReleaseCallback([this, key](std::set<Window::Mode> held) {
+    const auto id = context.walks.Register("key", KeyName(key), owner, MenuPriority, level);
+    reactor->SetPressCallback(
+        [this, key, id, action = std::move(action)](std::set<Window::Mode> held) {
+            context.walks.Called(id, "press", true);
+            context.echo.Callback(EventEcho::KeyText("press", key, MenuPriority, level, held));
+            action();
+            return true;
+        });
+    reactor->SetReleaseCallback([this, key, id](std::set<Window::Mode> held) {
+        context.walks.Called(id, "release", true);
         context.echo.Callback(EventEcho::KeyText("release", key, MenuPriority, level, held));
         return true;
     });
@@ -66,7 +68,7 @@ void MenuControls::Move(int step) {
     constexpr int count = static_cast<int>(MenuItem::Count);
     const int index = (static_cast<int>(context.state.menuSelection) + step + count) % count;
     context.state.menuSelection = static_cast<MenuItem>(index);
-    context.echo.Note(std::string("menu item ") + ItemName(context.state.menuSelection));
+    context.echo.Note(std::string("menu item ") + MenuItemName(context.state.menuSelection));
 }
 
 void MenuControls::Activate() {

@@ -9,6 +9,9 @@
 
 namespace InputLab {
 
+/// The name of a menu item as the menu shows it: "Resume", "Full screen", "Quit".
+const char* MenuItemName(MenuItem item);
+
 /// The menu: a modal level of its own, above the game's. While it is open only its key
 /// reactors answer (the game's keys fall silent), while buttons, the cursor and window events
 /// still reach their reactors, which answer at every level.
@@ -31,7 +34,7 @@ public:
     void Close();
 
 private:
-    void MakeKey(Window::Key key, std::function<void()> action);
+    void MakeKey(Window::Key key, const char* owner, std::function<void()> action);
     void Move(int step);
     void Activate();
 

@@ -30,7 +30,10 @@ void PointerControls::MakeTracer() {
 void PointerControls::MakeButton(Button button, Cell cell) {
     const std::string subject = "button " + ButtonName(button);
     auto reactor = context.collector.CreateButtonReactor(button, Priority);
-    reactor->SetPressCallback([this, button, subject](unsigned int number, Modes held) {
+    const auto id = context.walks.Register("button", ButtonName(button), "pointer: cell", Priority,
+                                           std::nullopt);
+    reactor->SetPressCallback([this, button, id, subject](unsigned int number, Modes held) {
+        context.walks.Called(id, "press", false);
         context.echo.EndHold(subject);
         context.echo.Callback(EventEcho::ButtonText("press", button, Priority, number, held));
         return false;
@@ -40,7 +43,8 @@ void PointerControls::MakeButton(Button button, Cell cell) {
         context.echo.Hold(subject, EventEcho::ButtonText("hold", button, Priority, number, held));
         return false;
     });
-    reactor->SetReleaseCallback([this, button, subject](unsigned int number, Modes held) {
+    reactor->SetReleaseCallback([this, button, id, subject](unsigned int number, Modes held) {
+        context.walks.Called(id, "release", false);
         context.echo.EndHold(subject);
         context.echo.Callback(EventEcho::ButtonText("release", button, Priority, number, held));
         return false;
@@ -50,10 +54,13 @@ void PointerControls::MakeButton(Button button, Cell cell) {
 
 void PointerControls::MakeWheel(Button direction) {
     auto reactor = context.collector.CreateButtonReactor(direction, Priority);
+    const auto id = context.walks.Register("button", ButtonName(direction), "pointer: glow",
+                                           Priority, std::nullopt);
     // A wheel event is a pulse: only the press callback is ever called.
-    reactor->SetPressCallback([this, direction](unsigned int number, Modes held) {
+    reactor->SetPressCallback([this, direction, id](unsigned int number, Modes held) {
+        context.walks.Called(id, "pulse", false); // a pulse is never held
         context.echo.Callback(EventEcho::ButtonText("press", direction, Priority, number, held));
-        context.state.lastWheel = Clock::now();
+        context.state.lastWheel = context.state.now;
         context.state.wheelUp = direction == Button::WheelUp;
         return false;
     });

@@ -49,11 +49,14 @@ Renderer::Renderer(Window::IWindow& window, bool keepFrames)
     Check(vkCreateCommandPool(context.Device(), &info, nullptr, &pool), "vkCreateCommandPool");
     for (FrameSlot& slot : slots)
         CreateSlot(slot);
+    overlay = std::make_unique<Overlay>(context, swapchain.RenderPass(), pool,
+                                        static_cast<std::uint32_t>(slots.size()));
 }
 
 Renderer::~Renderer() {
     const VkDevice device = context.Device();
     vkDeviceWaitIdle(device);
+    overlay.reset();
     for (FrameSlot& slot : slots) {
         DestroyCopy(slot);
         vkDestroyFence(device, slot.done, nullptr);
@@ -215,6 +218,7 @@ void Renderer::Record(FrameSlot& slot, std::uint32_t image, const Scene& scene) 
         area.layerCount = 1;
         vkCmdClearAttachments(commands, 1, &attachment, 1, &area);
     }
+    overlay->Record(commands);
     vkCmdEndRenderPass(commands);
     if (keepFrames)
         RecordCopy(slot, swapchain.Image(image));

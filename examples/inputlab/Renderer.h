@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Overlay.h"
 #include "PngFile.h"
 #include "Scene.h"
 #include "Swapchain.h"
@@ -10,13 +11,15 @@
 #include <vulkan/vulkan.h>
 
 #include <array>
+#include <memory>
 #include <optional>
 
 namespace InputLab {
 
-/// Draws scenes into the window with clears alone: the render pass clears to the background,
-/// `vkCmdClearAttachments` paints each rectangle. Everything it knows of the window comes from
-/// `IWindow`: instance extensions, native handle and drawable size.
+/// Draws scenes into the window: the render pass clears to the background,
+/// `vkCmdClearAttachments` paints each rectangle, and the overlay (Dear ImGui) draws over them.
+/// Everything it knows of the window comes from `IWindow`: instance extensions, native handle and
+/// drawable size.
 ///
 /// The swapchain is rebuilt when the drawable size changes or the surface reports it out of date
 /// or suboptimal; while the window is minimised (drawable 0 x 0) nothing is drawn.
@@ -41,6 +44,9 @@ public:
     RgbImage LastFrame();
 
     const std::string& DeviceName() const noexcept { return context.DeviceName(); }
+
+    /// The overlay that `Draw` draws over each scene: build its frame before calling `Draw`.
+    Overlay& GetOverlay() noexcept { return *overlay; }
 
 private:
     /// What one frame in flight owns; two of them let the CPU prepare a frame while the
@@ -68,6 +74,7 @@ private:
     bool keepFrames;
     VkCommandPool pool = VK_NULL_HANDLE;
     std::array<FrameSlot, 2> slots{};
+    std::unique_ptr<Overlay> overlay;
     std::size_t current = 0;
     std::optional<std::size_t> lastDrawn;
     bool outdated = true;

@@ -22,7 +22,6 @@ constexpr Colour wheelUpGlow{255, 150, 40};
 constexpr Colour wheelDownGlow{170, 90, 255};
 constexpr Colour textBarOff{56, 56, 64};
 constexpr Colour textBarOn{40, 170, 190};
-constexpr Colour typedGlyph{230, 250, 255};
 constexpr Colour menuPanel{20, 20, 24};
 constexpr Colour menuItem{70, 70, 84};
 constexpr Colour menuSelected{230, 230, 240};
@@ -62,46 +61,46 @@ Colour LitColour(Cell cell) {
     return buttonLit;
 }
 
+constexpr int menuItemWidth = 280;
+constexpr int menuItemHeight = 48;
+constexpr int menuItemGap = 16;
+constexpr int menuCount = static_cast<int>(MenuItem::Count);
+constexpr int menuPanelWidth = menuItemWidth + 2 * menuItemGap;
+constexpr int menuPanelHeight = menuCount * (menuItemHeight + menuItemGap) + menuItemGap;
+
+int MenuLeft(Window::Resolution drawable) {
+    return (static_cast<int>(drawable.width) - menuPanelWidth) / 2;
+}
+
+// Above the middle, so that the overlay's panels at the bottom leave it clear.
+int MenuTop(Window::Resolution drawable) {
+    return std::max(static_cast<int>(drawable.height) / 2 - menuPanelHeight - 40, 2 * margin + 24);
+}
+
 void PaintCells(Painter& painter, const LabState& state, Window::Resolution drawable,
                 Clock::time_point now) {
-    int x = margin;
-    const int y = static_cast<int>(drawable.height) - margin - cellSide;
     for (std::size_t index = 0; index < CellCount; ++index) {
         const auto cell = static_cast<Cell>(index);
-        // A gap between keys, modifiers and buttons.
-        if (cell == Cell::LeftShift || cell == Cell::LeftButton)
-            x += groupGap - cellGap;
         const Clock::time_point last = state.lastHold[index];
         const bool lit = last != Clock::time_point{} && now - last <= HoldGlow;
-        painter.Fill(x, y, cellSide, cellSide, lit ? LitColour(cell) : cellDark);
-        x += cellSide + cellGap;
+        const Area area = CellArea(cell, drawable);
+        painter.Fill(area.x, area.y, area.width, area.height, lit ? LitColour(cell) : cellDark);
     }
 }
 
 void PaintTextBar(Painter& painter, const LabState& state, Window::Resolution drawable) {
-    const int width = static_cast<int>(drawable.width) - 2 * margin;
-    painter.Fill(margin, margin, width, 24, state.textInput ? textBarOn : textBarOff);
-    // One block a typed character, as many as fit.
-    int x = margin + 6;
-    for (std::size_t index = 0; index < state.typed.size() && x + 12 <= margin + width - 6;
-         ++index, x += 16)
-        painter.Fill(x, margin + 4, 12, 16, typedGlyph);
+    // The typed characters are the overlay's: it has a font.
+    const Area bar = TextBarArea(drawable);
+    painter.Fill(bar.x, bar.y, bar.width, bar.height, state.textInput ? textBarOn : textBarOff);
 }
 
 void PaintMenu(Painter& painter, const LabState& state, Window::Resolution drawable) {
-    constexpr int itemWidth = 280;
-    constexpr int itemHeight = 48;
-    constexpr int itemGap = 16;
-    constexpr int count = static_cast<int>(MenuItem::Count);
-    const int panelWidth = itemWidth + 2 * itemGap;
-    const int panelHeight = count * (itemHeight + itemGap) + itemGap;
-    const int left = (static_cast<int>(drawable.width) - panelWidth) / 2;
-    const int top = (static_cast<int>(drawable.height) - panelHeight) / 2;
-    painter.Fill(left, top, panelWidth, panelHeight, menuPanel);
-    for (int index = 0; index < count; ++index) {
-        const bool selected = static_cast<int>(state.menuSelection) == index;
-        painter.Fill(left + itemGap, top + itemGap + index * (itemHeight + itemGap), itemWidth,
-                     itemHeight, selected ? menuSelected : menuItem);
+    painter.Fill(MenuLeft(drawable), MenuTop(drawable), menuPanelWidth, menuPanelHeight, menuPanel);
+    for (int index = 0; index < menuCount; ++index) {
+        const auto item = static_cast<MenuItem>(index);
+        const Area area = MenuItemArea(item, drawable);
+        painter.Fill(area.x, area.y, area.width, area.height,
+                     state.menuSelection == item ? menuSelected : menuItem);
     }
 }
 
@@ -131,6 +130,36 @@ void PaintSquare(Painter& painter, const LabState& state, Window::Resolution dra
 }
 
 } // namespace
+
+Area CellArea(Cell cell, Window::Resolution drawable) {
+    const auto index = static_cast<int>(cell);
+    // A gap between keys, modifiers and buttons.
+    int x = margin + index * (cellSide + cellGap);
+    if (cell >= Cell::LeftShift)
+        x += groupGap - cellGap;
+    if (cell >= Cell::LeftButton)
+        x += groupGap - cellGap;
+    return {x, static_cast<int>(drawable.height) - margin - cellSide, cellSide, cellSide};
+}
+
+const char* CellName(Cell cell) {
+    constexpr std::array<const char*, CellCount> names{
+        "W",    "A",      "S",     "D",    "Q",    "E",      "LShift", "LCtrl",
+        "LAlt", "RShift", "RCtrl", "RAlt", "Left", "Middle", "Right"};
+    const auto index = static_cast<std::size_t>(cell);
+    return index < names.size() ? names[index] : "?";
+}
+
+Area MenuItemArea(MenuItem item, Window::Resolution drawable) {
+    const int index = static_cast<int>(item);
+    return {MenuLeft(drawable) + menuItemGap,
+            MenuTop(drawable) + menuItemGap + index * (menuItemHeight + menuItemGap), menuItemWidth,
+            menuItemHeight};
+}
+
+Area TextBarArea(Window::Resolution drawable) {
+    return {margin, margin, static_cast<int>(drawable.width) - 2 * margin, 24};
+}
 
 Colour BackgroundColour(int index) {
     if (index < 0 || index >= static_cast<int>(palette.size()))

@@ -52,6 +52,26 @@ inline constexpr Colour SquareColour{240, 240, 240};
 /// The square's side in drawable pixels.
 inline constexpr std::uint32_t SquareSide = 32;
 
+/// A place in drawable pixels; it may reach beyond the drawable.
+struct Area {
+    int x = 0;
+    int y = 0;
+    int width = 0;
+    int height = 0;
+};
+
+/// Where a cell of the bottom row lies in a drawable of `drawable` pixels. Pure.
+Area CellArea(Cell cell, Window::Resolution drawable);
+
+/// The name a cell shows: "W", "LShift", "Left". Pure.
+const char* CellName(Cell cell);
+
+/// Where a menu item lies while the menu is open. Pure.
+Area MenuItemArea(MenuItem item, Window::Resolution drawable);
+
+/// Where the bar of typed text lies. Pure.
+Area TextBarArea(Window::Resolution drawable);
+
 /// Lays out `state` for a drawable of `drawable` pixels in a window of `window` screen units
 /// (they differ on high-density displays; the cursor comes in screen units). Pure.
 Scene BuildScene(const LabState& state, Window::Resolution drawable, Window::Resolution window,

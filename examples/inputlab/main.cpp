@@ -69,7 +69,9 @@ int main(int argc, char* argv[]) {
         Host::MessageLogSettings log;
         if (options.logFile)
             log.file = *options.logFile;
-        Host::Bootstrap host({options.configPath, log});
+        Host::BootstrapSettings startup(options.configPath, log);
+        startup.framePace = Lab::Pace(options);
+        Host::Bootstrap host(startup);
         // The lab, and with it the window, goes before the bootstrap that it needs.
         Lab lab(host, options, settings, std::move(script), std::cout);
         lab.Run(interrupted);

@@ -30,6 +30,7 @@ Bootstrap::Bootstrap(const BootstrapSettings& settings, const LibraryEntryPoints
     , log(settings.log)
     , logRegistration(log)
     , idsRegistration(ids)
+    , frames(settings.framePace)
     , framesRegistration(frames)
     , factory(Call(library.manufactureWindowFactory, "window factory"))
     , factoryRegistration(*factory)

@@ -23,6 +23,9 @@ struct TickSchedule {
     };
 
     FrameUtility::Clock clock;
+    // Moved on by each pump when the clock follows the frames (a step other than 0).
+    unsigned long long pumpStep = 0;
+    unsigned long long pumpedTime = 0;
     // Keyed by a serial number that only grows, so iteration order is creation order and a
     // ticker that died during a pump cannot be confused with one made after it.
     std::map<std::uint64_t, Entry> entries;
@@ -95,6 +98,18 @@ FrameUtility::FrameUtility(Clock clock) : schedule(std::make_shared<Detail::Tick
     schedule->clock = clock ? std::move(clock) : SteadyClockFromNow();
 }
 
+FrameUtility::FrameUtility(std::optional<FramePace> pace) : FrameUtility() {
+    if (!pace)
+        return;
+    if (pace->microsecondsPerPump == 0)
+        throw std::invalid_argument("A frame utility that follows frames needs a step of at "
+                                    "least one microsecond per pump");
+    Detail::TickSchedule* const state = schedule.get();
+    state->pumpStep = pace->microsecondsPerPump;
+    // The schedule owns the clock, so the clock may point at it.
+    state->clock = [state] { return state->pumpedTime; };
+}
+
 FrameUtility::~FrameUtility() = default;
 
 Zenk::IntrudablePointer<Common::ITicker>
@@ -109,6 +124,7 @@ void FrameUtility::Pump() {
     const auto state = schedule;
     const PumpScope scope(state->pumping);
 
+    state->pumpedTime = SaturatingAdd(state->pumpedTime, state->pumpStep);
     const unsigned long long now = state->clock();
     // Chosen before any callback runs: a ticker made during this pump waits for its period.
     auto& due = state->dueSerials;

@@ -8,12 +8,16 @@
 #include "PngFile.h"
 #include "PrintableText.h"
 #include "Scene.h"
+#include "WalkTrace.h"
+
+#include <host/InputRecorder.h>
 
 #include <gtest/gtest.h>
 
 #include <fstream>
 #include <limits>
 #include <sstream>
+#include <tuple>
 #include <unistd.h>
 #include <vector>
 
@@ -266,6 +270,40 @@ TEST(InputScriptTest, InjectsEachEventOnceInItsFrame) {
     EXPECT_EQ(InputScript::ToSdlEvent(across, -most - 1, 0).motion.xrel, most);
 }
 
+TEST(InputScriptTest, ARecordingReplaysAsTheScriptItCameFrom) {
+    SDL_SetHint(SDL_HINT_VIDEODRIVER, "dummy");
+    ASSERT_EQ(SDL_Init(SDL_INIT_VIDEO), 0) << SDL_GetError();
+    InputScript script = ParseText("motion 5 -6\nbutton down left\nwait 2\nkey down Left Shift\n"
+                                   "key down F2\ntext  é x\nwheel -2\nbutton up middle\nwait 1\n"
+                                   "window close\nwindow maximize\n");
+    const std::string path = testing::TempDir() + "inputlab_recording.txt";
+    {
+        Host::InputRecorder recorder(path);
+        for (unsigned long long frame = 0; frame < 4; ++frame) {
+            recorder.Polling(frame);
+            script.InjectDue(frame);
+            if (frame == 2) { // the system's repeats are not input of their own
+                SDL_Event repeat = InputScript::ToSdlEvent(script.Entries()[2].event, 0, 0);
+                repeat.key.repeat = 1;
+                SDL_PushEvent(&repeat);
+            }
+            SDL_FlushEvents(SDL_FIRSTEVENT, SDL_LASTEVENT); // the library's poll
+            recorder.Polled();
+        }
+    }
+    SDL_Quit();
+    const InputScript replayed = InputScript::Load(path);
+    const auto fields = [](const ScriptEntry& entry) {
+        const ScriptEvent& event = entry.event;
+        return std::make_tuple(entry.frame, event.kind, event.key, event.x, event.y, event.button,
+                               event.text);
+    };
+    ASSERT_EQ(replayed.Entries().size(), script.Entries().size());
+    for (std::size_t index = 0; index < script.Entries().size(); ++index)
+        EXPECT_EQ(fields(replayed.Entries()[index]), fields(script.Entries()[index]))
+            << "line " << script.Entries()[index].line;
+}
+
 // --- configuration ---
 
 /// A folder of its own for each test, gone at its end.
@@ -412,6 +450,91 @@ TEST(PngFileTest, PixelsSurviveTheRoundTripAndFailuresNameTheFile) {
     EXPECT_FALSE(std::filesystem::exists(folder / "bad.png"));
     std::filesystem::remove_all(folder);
 }
+
+// --- priority walks ---
+
+// The lab's reactors of one key, as GameControls and MenuControls make them: the echo layer
+// first (priority 1, level 0), then the game's (priority 0, level 0), then the menu's (priority
+// 10, level 1). Each row calls some of them, in the library's order, at a modal level, with
+// what they return; a call may leave the level changed, as the game's Escape does.
+using Fate = WalkStep::Fate;
+
+struct WalkCall {
+    std::size_t reactor; // 0 echo, 1 game, 2 menu
+    unsigned char level; // the modal level when it is called
+    bool consumed;
+};
+
+struct WalkRow {
+    const char* name;
+    std::vector<WalkCall> calls;
+    unsigned char levelAfter;
+    std::vector<Fate> fates; // game, echo, menu: the library's order
+    bool stopped;
+};
+
+void PrintTo(const WalkRow& row, std::ostream* out) {
+    PrintName(row, out);
+}
+
+class WalkTest : public testing::TestWithParam<WalkRow> {};
+
+TEST_P(WalkTest, FatesFollowFromTheCallsAlone) {
+    unsigned char level = 0;
+    WalkTrace walks(level);
+    const std::vector<WalkTrace::Id> ids{walks.Register("key", "Down", "echo", 1, 0),
+                                         walks.Register("key", "Down", "game", 0, 0),
+                                         walks.Register("key", "Down", "menu", 10, 1)};
+    walks.Register("key", "W", "echo", 1, 0); // another key's reactor takes no part
+    for (const WalkCall& call : GetParam().calls) {
+        level = call.level;
+        walks.Called(ids[call.reactor], "press", call.consumed);
+    }
+    level = GetParam().levelAfter;
+    const auto walk = walks.LastWalk();
+    ASSERT_TRUE(walk);
+    EXPECT_EQ(walk->event, "key press Down");
+    std::vector<Fate> fates;
+    for (const WalkStep& step : walk->steps)
+        fates.push_back(step.fate);
+    EXPECT_EQ(fates, GetParam().fates);
+    EXPECT_EQ(walk->stopped, GetParam().stopped);
+    EXPECT_EQ(walks.Held(), std::vector<std::string>{"key Down"});
+}
+
+const WalkRow walkRows[] = {
+    {"GameConsumesSoTheWalkStops",
+     {{1, 0, true}},
+     0,
+     {Fate::Consumed, Fate::NotReached, Fate::OtherLevel},
+     true},
+    {"NobodyConsumesAtLevelZero",
+     {{1, 0, false}, {0, 0, false}},
+     0,
+     {Fate::PassedOn, Fate::PassedOn, Fate::OtherLevel},
+     false},
+    {"MenuLevelPassesOverTheGame",
+     {{2, 1, true}},
+     1,
+     {Fate::OtherLevel, Fate::OtherLevel, Fate::Consumed},
+     false},
+    // The game's reactor opens the menu: the echo layer is passed over at the new level, and the
+    // menu's reactor, at that level, is where the consumer's walk stops.
+    {"ConsumerEntersALevelMidWalk",
+     {{1, 0, true}},
+     1,
+     {Fate::Consumed, Fate::OtherLevel, Fate::NotReached},
+     true},
+    // The same reactor called again, or an earlier one, is the next event's walk.
+    {"ARepeatedCallStartsANewWalk",
+     {{1, 0, true}, {1, 0, false}},
+     0,
+     {Fate::PassedOn, Fate::NotReached, Fate::OtherLevel},
+     false},
+};
+
+INSTANTIATE_TEST_SUITE_P(WalkTrace, WalkTest, testing::ValuesIn(walkRows),
+                         [](const auto& info) { return std::string(info.param.name); });
 
 // --- scene ---
 

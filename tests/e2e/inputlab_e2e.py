@@ -5,7 +5,7 @@ Each case starts the lab under an X server of its own (a private Xvfb when the X
 there, else the DISPLAY it was given), drives it with xdotool or an input script, and checks what
 it printed, the screenshot it wrote and the configuration file it left behind.
 
-    inputlab_e2e.py --lab PATH --png-probe PATH --x-close PATH [Errors|Script|RealInput]
+    inputlab_e2e.py --lab PATH --png-probe PATH --x-close PATH [Errors|Script|RealInput|RecordReplay]
 """
 
 import argparse
@@ -140,6 +140,12 @@ def png_pixel(path, x, y):
     return tuple(int(value) for value in values)
 
 
+def png_differences(path, other):
+    """How many pixels of two screenshots differ, or "size" when their sizes do."""
+    return subprocess.run([TOOLS.png_probe, path, "=", other], check=True, capture_output=True,
+                          text=True, timeout=WAIT).stdout.strip()
+
+
 def read_config(path):
     with open(path, "rb") as file:
         return tomllib.load(file)
@@ -174,7 +180,8 @@ class Errors(Case):
     def test_help_describes_every_option(self):
         code, out, _ = run_lab(["--help"], self.folder)
         self.assertEqual(code, 0)
-        for option in ("--config", "--frames", "--screenshot", "--script", "--log", "--help"):
+        for option in ("--config", "--frames", "--screenshot", "--script", "--record", "--log",
+                       "--help"):
             self.assertIn(option, out)
 
     def test_unknown_option(self):
@@ -376,6 +383,75 @@ class RealInput(OnDisplay):
         window = read_config(self.config)["Window"]
         self.assertEqual(window["Resolution"], "{1000,1000}")
         self.assertEqual(window["FullScreen"], "0")
+
+
+class RecordReplay(OnDisplay):
+    """A session of real X input, recorded, then replayed on a screen of its own with no input
+    but the recording: the same callbacks, line for line, and the same picture, pixel for
+    pixel."""
+
+    # Lines about the run rather than its input: where the picture went, and how many frames
+    # were presented (a frame is skipped when the swapchain must be rebuilt, which depends on
+    # the X server's timing).
+    RUN_NOTES = re.compile(r"^-- (screenshot .* written to|ended after) ")
+
+    def echo(self, lab):
+        return [line for line in lab.lines if not self.RUN_NOTES.match(line)]
+
+    def test_replay_gives_the_same_echo_and_pixels(self):
+        self.bind_key("eacute")
+        recording = self.path("recording.txt")
+        lab = self.start("--record", recording)
+        lab.wait_for(r"^-- ready")
+        window = lab.tool("xdotool", "search", "--sync", "--name", "Tavrino").split()[0]
+        lab.tool("xdotool", "key", "2")
+        lab.wait_for(r"key release Digit2")
+        lab.tool("xdotool", "keydown", "w")
+        lab.wait_for(r"key hold W .* x1$")
+        lab.tool("xdotool", "keyup", "w")
+        lab.wait_for(r"key release W \(priority 1")
+        lab.tool("xdotool", "mousemove", "--window", window, "200", "300")
+        lab.wait_for(r"cursor 200,300 ")
+        lab.tool("xdotool", "click", "4")
+        lab.wait_for(r"button press WheelUp")
+        lab.tool("xdotool", "key", "F2")
+        lab.wait_for(r"text input on")
+        lab.tool("xdotool", "type", "--delay", "100", "hé")
+        lab.wait_for(r'text "é"')
+        lab.tool("xdotool", "key", "Return")  # a key, but text input takes the keyboard
+        lab.tool("xdotool", "key", "BackSpace")
+        lab.wait_for(r"key release Backspace \(priority 0")
+        lab.tool("xdotool", "key", "--delay", "100", "BackSpace", "BackSpace")
+        lab.wait_for(r"text input off")
+        lab.tool("xdotool", "key", "Return")
+        lab.wait_for(r"full screen on")
+        lab.wait_for(r"-- drawable 1920x1080")
+        time.sleep(0.5)  # the screen settles before the next input
+        lab.tool("xdotool", "key", "Escape")
+        lab.wait_for(r"menu opened: modal level 1")
+        lab.tool("xdotool", "key", "--delay", "100", "3", "Down", "Down", "Up")
+        lab.wait_for(r"key release Up \(priority 10, level 1\)")
+        lab.tool("xdotool", "mousedown", "1")
+        lab.wait_for(r"button hold Left .* x1$")
+        lab.tool(TOOLS.x_close, window)
+        self.assertEqual(lab.finish(), 0, lab.errors)
+        lab.wait_for(r"window Close")
+        with open(recording, encoding="utf-8") as file:
+            recorded = file.read()
+        for line in ("key down 2", "key up W", "motion 200 300", "wheel 1", "text é",
+                     "key down Escape", "button down left", "window close"):
+            self.assertIn("\n" + line + "\n", recorded)
+        live = self.path("live.png")
+        os.replace(self.screenshot, live)
+
+        # The replay: a screen of its own, the configuration the session started with.
+        self.server = XServer()
+        self.addCleanup(self.server.stop)
+        self.write("config.toml", "")
+        replay = self.start("--script", recording)
+        self.assertEqual(replay.finish(), 0, replay.errors)
+        self.assertEqual(self.echo(replay), self.echo(lab))
+        self.assertEqual(png_differences(self.screenshot, live), "0")
 
 
 def main():

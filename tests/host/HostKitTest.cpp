@@ -280,6 +280,17 @@ INSTANTIATE_TEST_SUITE_P(
                       ScheduleRow{0, {1000, 1000, 1001}, {1000, 1000, 1001}},
                       ScheduleRow{~0ull, {1000, 5000}, {}})); // 1000 + period must not wrap
 
+TEST(FrameUtilityPaceTest, ClockFollowsThePumpsAndNeedsAStep) {
+    Host::FrameUtility frames(Host::FramePace{16667});
+    Ticks fired;
+    auto ticker = frames.MakeTicker(33333);
+    ticker->SetTickCallback([&fired](unsigned long long at) { fired.push_back(at); });
+    for (int pump = 0; pump < 4; ++pump)
+        frames.Pump();
+    EXPECT_EQ(fired, (Ticks{33334, 66668}));
+    EXPECT_THROW(Host::FrameUtility(Host::FramePace{0}), std::invalid_argument);
+}
+
 TEST_F(FrameUtilityTest, DroppedTickerStopsEvenWhenDroppedInsideACallback) {
     Ticks fired;
     auto plain = Recording(10, fired);

@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <utility>
 
 /// The host kit: ready implementations of the four services the window library needs, and a
@@ -28,6 +29,10 @@ struct BootstrapSettings {
     std::filesystem::path configFile;
     /// Where the message log writes.
     MessageLogSettings log;
+    /// When given, the frame utility's clock follows the frames, moved on by this at each pump,
+    /// rather than the wall clock: ticks, and so the delivery of input, then depend on frames
+    /// alone, which a replay of recorded input needs to take the recording's course.
+    std::optional<FramePace> framePace;
 };
 
 /// The two entry points of the window library. Tests replace them to watch the order of

@@ -13,6 +13,12 @@ namespace Detail {
 struct TickSchedule;
 }
 
+/// How far a frame utility whose clock follows the frames moves its clock at each pump.
+struct FramePace {
+    /// Microseconds added to the clock by each pump; one frame's period, usually.
+    unsigned long long microsecondsPerPump = 0;
+};
+
 /// The frame utility service: periodic tickers that fire only inside `Pump`, on the thread that
 /// pumps, never on a thread of their own.
 ///
@@ -37,6 +43,14 @@ public:
     /// A frame utility timed by `clock`, or, when it is empty, by the steady clock counted from
     /// this construction. A test passes a clock that it moves by hand.
     explicit FrameUtility(Clock clock = {});
+
+    /// A frame utility whose clock follows the frames instead of the wall clock when `pace` is
+    /// given: the clock starts at 0 and each `Pump` moves it on by `pace->microsecondsPerPump`
+    /// before it looks for due tickers. The ticks then depend only on how many frames were
+    /// pumped, so that a replay of recorded input takes exactly the course of the recording,
+    /// however fast the machine is. Without `pace`, as `FrameUtility()`.
+    /// Throws `std::invalid_argument` for a step of 0, which would never let a ticker fall due.
+    explicit FrameUtility(std::optional<FramePace> pace);
     ~FrameUtility() override;
 
     FrameUtility(const FrameUtility&) = delete;
