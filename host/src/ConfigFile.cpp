@@ -202,7 +202,7 @@ void ConfigFile::WriteText(const std::string& key, const std::string& text) {
     RefuseContainer(table->get(parts.back()), key, path);
     table->insert_or_assign(parts.back(), text);
 
-    ReplaceFile(path, target, Formatted(changed, path));
+    ReplaceContent(path, target, Formatted(changed, path));
     document->root = std::move(changed);
 }
 

@@ -126,8 +126,8 @@ void RemoveStaleTemporaries(const std::filesystem::path& target) {
     }
 }
 
-void ReplaceFile(const std::filesystem::path& shown, const std::filesystem::path& target,
-                 const std::string& content) {
+void ReplaceContent(const std::filesystem::path& shown, const std::filesystem::path& target,
+                    const std::string& content) {
     const auto fail = [&shown](const std::string& reason) { return WriteFailure(shown, reason); };
     const std::filesystem::path folder = Folder(target);
 #if !defined(_WIN32)

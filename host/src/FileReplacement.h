@@ -46,12 +46,12 @@ private:
 /// remove: that one goes at a later write.
 void RemoveStaleTemporaries(const std::filesystem::path& target);
 
-/// Replaces `target` by a file holding `content`, with the old file's permission bits: a
-/// temporary file of its own beside it, flushed to the disk, then a rename, which is atomic on one
-/// file system. Any failure before the rename removes the temporary file and throws
-/// `std::runtime_error`, naming `shown` and the system's reason. Called under the write lock, in
-/// an existing folder.
-void ReplaceFile(const std::filesystem::path& shown, const std::filesystem::path& target,
-                 const std::string& content);
+/// Replaces `target` by a file holding `content` (not "ReplaceFile": a macro of <windows.h>), with
+/// the old file's permission bits: a temporary file of its own beside it, flushed to the disk, then
+/// a rename, which is atomic on one file system. Any failure before the rename removes the
+/// temporary file and throws `std::runtime_error`, naming `shown` and the system's reason. Called
+/// under the write lock, in an existing folder.
+void ReplaceContent(const std::filesystem::path& shown, const std::filesystem::path& target,
+                    const std::string& content);
 
 } // namespace Host
