@@ -151,8 +151,8 @@ windows_dependencies() {
     fi
 }
 
-# Builds the dependencies once, then the project in build/windows, with the DLLs its programs
-# need beside them.
+# windows_build_all [target]: builds the dependencies once, then the project in build/windows (or
+# only <target> and what it needs), with the DLLs its programs need beside them.
 windows_build_all() {
     deps "${windows_packages[@]}"
     windows_dependencies
@@ -166,7 +166,7 @@ windows_build_all() {
         -DWINDOW_MINGW_PREFIX="$PWD/$windows_deps/prefix" -DCMAKE_BUILD_TYPE=Debug \
         -DWINDOW_BUILD_EXAMPLES=ON -DWINDOW_BUILD_BENCHMARKS=OFF -DCMAKE_CROSSCOMPILING_EMULATOR="$wine" \
         -DWINDOW_HOST_X_CLOSE="$x_close" >/dev/null
-    cmake --build "$windows_build" -j "$jobs"
+    cmake --build "$windows_build" -j "$jobs" ${1:+--target "$1"}
     # Windows finds DLLs beside the program: SDL2, zlib and the MinGW runtime go to the build's bin/.
     local dll
     for dll in "$windows_deps/prefix/bin/SDL2.dll" \
@@ -191,18 +191,38 @@ windows() {
     echo "dev: not run under Wine: ${skipped[*]}" >&2
     local exclude
     exclude=$(IFS='|' && echo "^(${skipped[*]})\$")
-    # Always a server of its own: twm must not manage the windows of a display that is in use.
-    local status=0
-    xvfb-run -a -s "-screen 0 1920x1080x24 -nolisten tcp -noreset" \
-        bash -c "$(declare -f windows_session wine_env); $(declare -p wine wine_prefix jobs); \
-            windows_session \"\$@\"" windows_session "$windows_build" "$exclude" || status=$?
-    return "$status"
+    on_wine_display ctest --output-on-failure -j "$jobs" --timeout 300 -E "$exclude"
 }
 
-# windows_session <build> <exclude>: on the X server of xvfb-run, runs the build's tests but those
-# matching <exclude> under Wine, with a window manager and one Wine server for the whole run.
+# windows_demo [inputlab options]: the Windows build of the input lab under Wine. Nobody can
+# watch it: without options it plays the tour script and keeps its last frame in
+# build/inputlab-windows.png, the picture of the README's (which the end-to-end test compares
+# pixel for pixel, with the window focused).
+windows_demo() {
+    windows_build_all inputlab
+    if [ $# -eq 0 ]; then
+        set -- --script "$PWD/examples/inputlab/scripts/tour.txt" --frames 40 \
+            --screenshot "$PWD/build/inputlab-windows.png"
+        echo "dev: running the Windows lab headless under Wine with the tour script; the last" \
+            "frame goes to build/inputlab-windows.png"
+    fi
+    on_wine_display env SDL_VIDEODRIVER=windows "$wine" bin/inputlab.exe "$@"
+}
+
+# on_wine_display <command...>: runs the command in build/windows on an X server of its own
+# (a window manager must not manage the windows of a display that is in use), with a window
+# manager and one Wine server for the whole run.
+on_wine_display() {
+    xvfb-run -a -s "-screen 0 1920x1080x24 -nolisten tcp -noreset" \
+        bash -c "$(declare -f windows_session wine_env); $(declare -p wine wine_prefix); \
+            windows_session \"\$@\"" windows_session "$windows_build" "$@"
+}
+
+# windows_session <build> <command...>: on the X server of xvfb-run, runs the command in <build>
+# under a window manager and one Wine server for the whole run.
 windows_session() {
-    local dir=$1 exclude=$2
+    local dir=$1
+    shift
     # Without a window manager Wine takes about 2 s to destroy each window; twm, placing windows
     # without asking and drawing no title, brings that to milliseconds. Its fonts are "fixed",
     # the only one there is without xfonts-base; without them it exits at once.
@@ -220,7 +240,7 @@ windows_session() {
     wine_env /usr/lib/wine/wineserver -p
     wine_env "$wine" wineboot >/dev/null 2>&1 || true
     local status=0
-    (cd "$dir" && wine_env ctest --output-on-failure -j "$jobs" --timeout 300 -E "$exclude") || status=$?
+    (cd "$dir" && wine_env "$@") || status=$?
     wine_env /usr/lib/wine/wineserver -k 2>/dev/null || true
     kill "$twm_pid" 2>/dev/null || true
     wait "$twm_pid" 2>/dev/null || true

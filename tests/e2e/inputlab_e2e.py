@@ -36,6 +36,10 @@ def program(path):
     return [path] if TOOLS.wine is None else [TOOLS.wine, path]
 
 
+SOURCE = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..")
+TOUR = os.path.join(SOURCE, "examples", "inputlab", "scripts", "tour.txt")
+TOUR_PICTURE = os.path.join(SOURCE, "docs", "inputlab.png")  # the README's, taken on Linux
+
 # Colours of the lab's scene (Scene.cpp): what the screenshot must show.
 START_BACKGROUND = (32, 36, 44)
 DIGIT2_BACKGROUND = (24, 96, 48)
@@ -152,6 +156,12 @@ def png_pixel(path, x, y):
     values = subprocess.run(program(TOOLS.png_probe) + [path, str(x), str(y)], check=True,
                             capture_output=True, text=True, timeout=WAIT).stdout.split()
     return tuple(int(value) for value in values)
+
+
+def png_differing(path, other):
+    """How many pixels differ between two pictures of one size."""
+    return int(subprocess.run(program(TOOLS.png_probe) + [path, other], check=True,
+                              capture_output=True, text=True, timeout=WAIT).stdout)
 
 
 def read_config(path):
@@ -304,6 +314,16 @@ class Script(OnDisplay):
         window = read_config(self.config)["Window"]
         self.assertEqual(window["Resolution"], "{1000,1000}")
         self.assertEqual(window["FullScreen"], "0")
+
+    def test_tour_draws_the_readme_picture(self):
+        # The same input draws the same scene on every platform, pixel for pixel. The picture was
+        # taken with the window focused (its frame lit), so the case gives it the focus.
+        self.park_pointer()
+        lab = self.start("--script", TOUR, "--frames", "40")
+        window = lab.tool("xdotool", "search", "--sync", "--name", "Tavrino").split()[0]
+        lab.tool("xdotool", "windowfocus", "--sync", window)
+        self.assertEqual(lab.finish(), 0, lab.errors)
+        self.assertEqual(png_differing(self.screenshot, TOUR_PICTURE), 0)
 
     def test_size_comes_from_the_config_and_goes_back(self):
         self.write("config.toml", "[Window]\nResolution = '{900,800}'\n")
