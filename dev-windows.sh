@@ -7,7 +7,7 @@
 windows_packages=(
     cmake ninja-build g++-mingw-w64-x86-64-posix wine64 wine
     libboost-dev libspdlog-dev libfmt-dev libtomlplusplus-dev googletest
-    libz-mingw-w64-dev libvulkan-dev g++ libx11-dev
+    libz-mingw-w64-dev libvulkan-dev libstb-dev g++ libx11-dev
     xvfb xauth x11-utils x11-xserver-utils twm xdotool python3 libvulkan1 mesa-vulkan-drivers
 )
 
@@ -80,20 +80,54 @@ debian_source() {
     find "$into" -mindepth 1 -maxdepth 1 -type d | head -n 1
 }
 
-# Boost.program_options for MinGW: its few sources compiled with the cross compiler against the
-# system's Boost headers (the same version), into a static library; b2 is not needed for that.
-build_program_options() {
-    local source out=$windows_deps/program_options-build prefix=$windows_deps/prefix
-    source=$(debian_source boost1.74 '*/libs/program_options/src/*')/libs/program_options/src
+# cross_archive <name> <library> <object folder> <compiler options...> -- <sources...>: compiles
+# the sources with the cross compiler, a line per source, into the static library <library>.
+cross_archive() {
+    local name=$1 library=$2 out=$3
+    shift 3
+    local options=()
+    while [ "$1" != "--" ]; do
+        options+=("$1")
+        shift
+    done
+    shift
     mkdir -p "$out"
-    local files=("$source"/*.cpp)
-    echo "dev: Boost.program_options: compiling ${#files[@]} sources" >&2
-    printf '%s\n' "${files[@]}" | xargs -P "$jobs" -I{} sh -c \
-        'echo "dev: Boost.program_options: $(basename "$1")" >&2 &&
-         '"$mingw_cxx"' -std=c++17 -O2 -DNDEBUG -DBOOST_ALL_NO_LIB -DBOOST_BIND_GLOBAL_PLACEHOLDERS -isystem "$2/include" \
-             -c "$1" -o "$3/$(basename "$1" .cpp).o"' _ {} "$prefix" "$out"
-    rm -f "$prefix/lib/libboost_program_options.a"
-    $mingw_triple-ar rcs "$prefix/lib/libboost_program_options.a" "$out"/*.o
+    echo "dev: $name: compiling $# sources" >&2
+    printf '%s\n' "$@" | xargs -P "$jobs" -I{} "$BASH" -c \
+        'echo "dev: $0: $(basename "$1")" >&2 && '"$mingw_cxx"' "${@:3}" -c "$1" -o "$2/$(basename "$1" .cpp).o"' \
+        "$name" {} "$out" "${options[@]}"
+    rm -f "$library"
+    $mingw_triple-ar rcs "$library" "$out"/*.o
+}
+
+# Boost.program_options for MinGW: its few sources compiled against the system's Boost headers
+# (the same version), into a static library; b2 is not needed for that.
+build_program_options() {
+    local source prefix=$windows_deps/prefix
+    source=$(debian_source boost1.74 '*/libs/program_options/src/*')/libs/program_options/src
+    cross_archive Boost.program_options "$prefix/lib/libboost_program_options.a" \
+        "$windows_deps/program_options-build" -std=c++17 -O2 -DNDEBUG -DBOOST_ALL_NO_LIB \
+        -DBOOST_BIND_GLOBAL_PLACEHOLDERS -isystem "$prefix/include" -- "$source"/*.cpp
+}
+
+# Dear ImGui's core for MinGW, built as Debian builds it: stb's font and rectangle packers from
+# the system's stb headers (libstb-dev), whose implementation goes into the same library, so
+# that glyphs rasterise as on Linux. Its headers go to prefix/include/imgui and its backends'
+# sources to prefix/share/imgui/backends, for a program to compile the backend it uses.
+build_imgui() {
+    local source prefix=$windows_deps/prefix out=$windows_deps/imgui-build
+    source=$(debian_source imgui)
+    mkdir -p "$out" "$prefix/include/imgui" "$prefix/share/imgui"
+    printf '%s\n' '#define STB_RECT_PACK_IMPLEMENTATION' '#include <stb/stb_rect_pack.h>' \
+        '#define STB_TRUETYPE_IMPLEMENTATION' '#include <stb/stb_truetype.h>' >"$out/stb.cpp"
+    cross_archive imgui "$prefix/lib/libimgui.a" "$out/objects" -std=c++17 -O2 -DNDEBUG \
+        -I"$source" -isystem "$prefix/include" \
+        -DIMGUI_DISABLE_STB_RECT_PACK_IMPLEMENTATION '-DIMGUI_STB_RECT_PACK_FILENAME=<stb/stb_rect_pack.h>' \
+        -DIMGUI_DISABLE_STB_TRUETYPE_IMPLEMENTATION '-DIMGUI_STB_TRUETYPE_FILENAME=<stb/stb_truetype.h>' \
+        -- "$source"/imgui*.cpp "$out/stb.cpp"
+    cp "$source"/*.h "$prefix/include/imgui/"
+    rm -rf "$prefix/share/imgui/backends"
+    cp -r "$source/backends" "$prefix/share/imgui/backends"
 }
 
 # An import library for vulkan-1.dll, which Wine provides at run time: every entry point the
@@ -115,6 +149,12 @@ vulkan_import_library() {
 windows_dependencies() {
     local prefix=$windows_deps/prefix
     mkdir -p "$prefix/include" "$prefix/lib"
+    # Header-only libraries and headers of the Linux system, seen through links: putting
+    # /usr/include itself on MinGW's search path would mix Linux's C headers into the build.
+    local header
+    for header in boost spdlog fmt toml++ vulkan vk_video stb; do
+        ln -sfn "/usr/include/$header" "$prefix/include/$header"
+    done
     if [ ! -e "$prefix/.sdl2" ]; then
         echo "dev: cross-building SDL2 for Windows (once)" >&2
         cross_cmake SDL2 "$(debian_source libsdl2)" "$windows_deps/sdl2-build" \
@@ -137,13 +177,12 @@ windows_dependencies() {
         build_program_options
         touch "$prefix/.program_options"
     fi
+    if [ ! -e "$prefix/.imgui" ]; then
+        echo "dev: cross-building Dear ImGui for Windows (once)" >&2
+        build_imgui
+        touch "$prefix/.imgui"
+    fi
     [ -e "$prefix/lib/libvulkan-1.dll.a" ] || vulkan_import_library
-    # Header-only libraries and headers of the Linux system, seen through links: putting
-    # /usr/include itself on MinGW's search path would mix Linux's C headers into the build.
-    local header
-    for header in boost spdlog fmt toml++ vulkan vk_video; do
-        ln -sfn "/usr/include/$header" "$prefix/include/$header"
-    done
     if [ ! -e "$windows_deps/wine/system.reg" ]; then
         echo "dev: creating the Wine prefix (once)" >&2
         wine_env "$wine" wineboot --init >/dev/null 2>&1 || true
@@ -165,7 +204,8 @@ windows_build_all() {
     cmake -S . -B "$windows_build" -G Ninja -DCMAKE_TOOLCHAIN_FILE="$PWD/cmake/mingw-w64.cmake" \
         -DWINDOW_MINGW_PREFIX="$PWD/$windows_deps/prefix" -DCMAKE_BUILD_TYPE=Debug \
         -DWINDOW_BUILD_EXAMPLES=ON -DWINDOW_BUILD_BENCHMARKS=OFF -DCMAKE_CROSSCOMPILING_EMULATOR="$wine" \
-        -DWINDOW_HOST_X_CLOSE="$x_close" >/dev/null
+        -DWINDOW_HOST_X_CLOSE="$x_close" \
+        -DWINDOW_IMGUI_BACKEND_DIR="$PWD/$windows_deps/prefix/share/imgui/backends" >/dev/null
     cmake --build "$windows_build" -j "$jobs" ${1:+--target "$1"}
     # Windows finds DLLs beside the program: SDL2, zlib and the MinGW runtime go to the build's bin/.
     local dll
