@@ -9,7 +9,8 @@ The Windows build runs the same cases under Wine (--wine PATH runs the lab and t
 then on the DISPLAY it was given, which must be the run's own, since Wine's server and its
 desktop process serve one display.
 
-    inputlab_e2e.py --lab PATH --png-probe PATH --x-close PATH [--wine PATH] [Errors|Script|RealInput]
+    inputlab_e2e.py --lab PATH --png-probe PATH --x-close PATH [--wine PATH]
+                    [Errors|Script|RealInput]
 """
 
 import argparse
@@ -29,12 +30,6 @@ TOOLS = None  # the paths given on the command line
 WAIT = 20  # seconds for anything the lab should do promptly; no case relies on it for timing
 
 VIDEO_DRIVER = "x11"  # SDL's; named, so that a lost X connection fails as such
-
-
-def program(path):
-    """The command that runs one of the given programs."""
-    return [path] if TOOLS.wine is None else [TOOLS.wine, path]
-
 
 SOURCE = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..")
 TOUR = os.path.join(SOURCE, "examples", "inputlab", "scripts", "tour.txt")
@@ -139,6 +134,11 @@ class Lab:
                               capture_output=True, text=True).stdout.strip()
 
 
+def program(path):
+    """The command that runs one of the given programs."""
+    return [path] if TOOLS.wine is None else [TOOLS.wine, path]
+
+
 def run_lab(arguments, folder):
     """A run that needs no display, for the paths that fail before the window opens."""
     result = subprocess.run(program(TOOLS.lab) + arguments, capture_output=True, text=True,
@@ -147,8 +147,8 @@ def run_lab(arguments, folder):
 
 
 def png_size(path):
-    width, height = subprocess.run(program(TOOLS.png_probe) + [path], check=True, capture_output=True,
-                                   text=True, timeout=WAIT).stdout.split()
+    width, height = subprocess.run(program(TOOLS.png_probe) + [path], check=True,
+                                   capture_output=True, text=True, timeout=WAIT).stdout.split()
     return int(width), int(height)
 
 

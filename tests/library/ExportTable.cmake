@@ -7,7 +7,8 @@ execute_process(COMMAND ${OBJDUMP} -p ${DLL} OUTPUT_VARIABLE table RESULT_VARIAB
 if(failed)
     message(FATAL_ERROR "${OBJDUMP} -p ${DLL} failed")
 endif()
-# The names follow "[Ordinal/Name Pointer] Table", one a line as "[   5] <name>", up to a blank line.
+# The names follow "[Ordinal/Name Pointer] Table", one a line ("[   5] <name>"), up to a blank
+# line.
 # Square brackets would keep a CMake list from splitting: each line becomes its name alone first.
 set(header "[Ordinal/Name Pointer] Table\n")
 string(FIND "${table}" "${header}" start)
@@ -46,6 +47,7 @@ if(NOT names STREQUAL expected)
     list(JOIN extra "\n  " extra)
     list(JOIN missing "\n  " missing)
     message(FATAL_ERROR "${DLL} exports more or less than it should.\n"
-                        "Exported but not expected:\n  ${extra}\nExpected but not exported:\n  ${missing}")
+                        "Exported but not expected:\n  ${extra}\n"
+                        "Expected but not exported:\n  ${missing}")
 endif()
 message(STATUS "${DLL} exports exactly what is expected")
