@@ -11,9 +11,9 @@ windows_packages=(
     xvfb xauth x11-utils x11-xserver-utils twm xdotool python3 libvulkan1 mesa-vulkan-drivers
 )
 
-# What it builds once for MinGW (SDL2, libpng and Boost.program_options from Debian's source
-# packages, GoogleTest from /usr/src/googletest, a Vulkan import library) and the Wine prefix live
-# in build/windows-deps; the project builds in build/windows.
+# What it builds once for MinGW (SDL2, Google Benchmark, libpng, Boost.program_options and Dear
+# ImGui from Debian's source packages, GoogleTest from /usr/src/googletest, a Vulkan import
+# library) and the Wine prefix live in build/windows-deps; the project builds in build/windows.
 windows_deps=build/windows-deps
 windows_build=build/windows
 mingw_triple=x86_64-w64-mingw32
@@ -169,6 +169,13 @@ windows_dependencies() {
         cross_cmake GoogleTest /usr/src/googletest "$windows_deps/googletest-build"
         touch "$prefix/.googletest"
     fi
+    if [ ! -e "$prefix/.benchmark" ]; then
+        echo "dev: cross-building Google Benchmark for Windows (once)" >&2
+        cross_cmake "Google Benchmark" "$(debian_source benchmark)" "$windows_deps/benchmark-build" \
+            -DBENCHMARK_ENABLE_TESTING=OFF -DBENCHMARK_ENABLE_GTEST_TESTS=OFF \
+            -DBENCHMARK_ENABLE_WERROR=OFF
+        touch "$prefix/.benchmark"
+    fi
     if [ ! -e "$prefix/.libpng" ]; then
         echo "dev: cross-building libpng for Windows (once)" >&2
         cross_cmake libpng "$(debian_source libpng1.6)" "$windows_deps/libpng-build" \
@@ -206,7 +213,7 @@ windows_build_all() {
     fi
     cmake -S . -B "$windows_build" -G Ninja -DCMAKE_TOOLCHAIN_FILE="$PWD/cmake/mingw-w64.cmake" \
         -DWINDOW_MINGW_PREFIX="$PWD/$windows_deps/prefix" -DCMAKE_BUILD_TYPE=Debug \
-        -DWINDOW_BUILD_EXAMPLES=ON -DWINDOW_BUILD_BENCHMARKS=OFF \
+        -DWINDOW_BUILD_EXAMPLES=ON -DWINDOW_BUILD_BENCHMARKS=ON \
         -DCMAKE_CROSSCOMPILING_EMULATOR="$wine" \
         -DWINDOW_HOST_X_CLOSE="$x_close" \
         -DWINDOW_IMGUI_BACKEND_DIR="$PWD/$windows_deps/prefix/share/imgui/backends" >/dev/null
