@@ -85,9 +85,21 @@ std::filesystem::path DefaultConfigPath(const char* xdgConfigHome, const char* h
     return std::filesystem::path("inputlab") / "config.toml";
 }
 
+std::filesystem::path DefaultConfigPath(const wchar_t* appData) {
+    if (appData != nullptr && *appData != L'\0')
+        return std::filesystem::path(appData) / "inputlab" / "config.toml";
+    return std::filesystem::path("inputlab") / "config.toml";
+}
+
 LabOptions ParseCommandLine(int argc, const char* const argv[]) {
     LabOptions result;
+#if defined(_WIN32)
+    // The variable read as wide text, which names every folder, rather than SDL_GetPrefPath,
+    // which creates the folder: a refused command line or --help must write nothing.
+    result.configPath = DefaultConfigPath(_wgetenv(L"APPDATA"));
+#else
     result.configPath = DefaultConfigPath(std::getenv("XDG_CONFIG_HOME"), std::getenv("HOME"));
+#endif
     const auto options = Describe(result.configPath);
 
     po::variables_map values;
@@ -113,20 +125,22 @@ LabOptions ParseCommandLine(int argc, const char* const argv[]) {
         result.helpText = HelpText(argc > 0 ? argv[0] : "inputlab", options);
         return result;
     }
+    // Paths arrive as UTF-8 (on Windows through SDL's entry point), not in the ANSI code page that
+    // a narrow path means there.
     if (values.count("config") != 0) {
-        result.configPath = values["config"].as<std::string>();
+        result.configPath = std::filesystem::u8path(values["config"].as<std::string>());
         result.configNamed = true;
     }
     if (values.count("log") != 0)
-        result.logFile = values["log"].as<std::string>();
+        result.logFile = std::filesystem::u8path(values["log"].as<std::string>());
     if (values.count("frames") != 0)
         result.frames = ParseFrames(values["frames"].as<std::string>());
     if (values.count("screenshot") != 0)
-        result.screenshot = values["screenshot"].as<std::string>();
+        result.screenshot = std::filesystem::u8path(values["screenshot"].as<std::string>());
     if (values.count("script") != 0)
-        result.script = values["script"].as<std::string>();
+        result.script = std::filesystem::u8path(values["script"].as<std::string>());
     if (values.count("record") != 0)
-        result.record = values["record"].as<std::string>();
+        result.record = std::filesystem::u8path(values["record"].as<std::string>());
     return result;
 }
 

@@ -50,6 +50,11 @@ public:
 /// ~/.config/inputlab/, else the working directory. Either argument may be null or empty.
 std::filesystem::path DefaultConfigPath(const char* xdgConfigHome, const char* home);
 
+/// Where the configuration lives on Windows when `--config` is not given: inputlab\ in the roaming
+/// application data folder (%APPDATA%), else the working directory. The argument may be null or
+/// empty.
+std::filesystem::path DefaultConfigPath(const wchar_t* appData);
+
 /// Reads the options; the environment decides only the default configuration path.
 /// Throws `CommandLineError` for an unknown option, a missing or malformed value (`--frames`
 /// beyond 18446744073709551615 included), or a positional argument.

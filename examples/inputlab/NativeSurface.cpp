@@ -3,12 +3,14 @@
 #include "VulkanError.h"
 
 // The platform headers come last and only here: X11 defines names such as `Window` and `None`
-// that clash with the library's.
+// that clash with the library's. vulkan_win32.h uses the Win32 types without including their
+// header, so windows.h goes first.
 #if defined(_WIN32)
 #define WIN32_LEAN_AND_MEAN
-#include <vulkan/vulkan_win32.h>
-
+// clang-format off
 #include <windows.h>
+#include <vulkan/vulkan_win32.h>
+// clang-format on
 #else
 #include <X11/Xlib.h>
 #include <vulkan/vulkan_xlib.h>

@@ -2,9 +2,12 @@
 
 #include <png.h>
 
+#include <cerrno>
+#include <cstdio>
 #include <cstring>
 #include <stdexcept>
 #include <string>
+#include <system_error>
 
 namespace InputLab {
 
@@ -24,6 +27,29 @@ struct ImageRecord {
     ImageRecord& operator=(const ImageRecord&) = delete;
 };
 
+// The file opened by its own name: on Windows a path is wide, and a narrow name would go through
+// the ANSI code page, which cannot name every file; libpng then reads and writes the stream.
+struct OpenFile {
+    std::FILE* file = nullptr;
+    std::string reason; // why it did not open
+
+    OpenFile(const std::filesystem::path& path, bool writing) {
+#if defined(_WIN32)
+        file = _wfopen(path.c_str(), writing ? L"wb" : L"rb");
+#else
+        file = std::fopen(path.c_str(), writing ? "wb" : "rb");
+#endif
+        if (file == nullptr)
+            reason = std::generic_category().message(errno);
+    }
+    ~OpenFile() {
+        if (file != nullptr)
+            std::fclose(file);
+    }
+    OpenFile(const OpenFile&) = delete;
+    OpenFile& operator=(const OpenFile&) = delete;
+};
+
 } // namespace
 
 void WritePng(const std::filesystem::path& path, const RgbImage& image) {
@@ -38,17 +64,34 @@ void WritePng(const std::filesystem::path& path, const RgbImage& image) {
     record.image.width = image.width;
     record.image.height = image.height;
     record.image.format = PNG_FORMAT_RGB;
-    if (png_image_write_to_file(&record.image, path.c_str(), 0, image.pixels.data(), 0, nullptr) ==
-        0)
-        throw fail(record.image.message);
+    std::string failure;
+    {
+        OpenFile out(path, true);
+        if (out.file == nullptr)
+            throw fail(out.reason);
+        if (png_image_write_to_stdio(&record.image, out.file, 0, image.pixels.data(), 0, nullptr) ==
+            0)
+            failure = record.image.message;
+        else if (std::fflush(out.file) != 0)
+            failure = std::generic_category().message(errno);
+    }
+    if (!failure.empty()) {
+        // No half-written picture is left behind for a reader to take as the frame.
+        std::error_code ignored;
+        std::filesystem::remove(path, ignored);
+        throw fail(failure);
+    }
 }
 
 RgbImage ReadPng(const std::filesystem::path& path) {
     const auto fail = [&path](const std::string& reason) {
         return std::runtime_error("Cannot read PNG file \"" + path.string() + "\": " + reason);
     };
+    OpenFile in(path, false);
+    if (in.file == nullptr)
+        throw fail(in.reason);
     ImageRecord record;
-    if (png_image_begin_read_from_file(&record.image, path.c_str()) == 0)
+    if (png_image_begin_read_from_stdio(&record.image, in.file) == 0)
         throw fail(record.image.message);
     record.image.format = PNG_FORMAT_RGB;
     RgbImage image;

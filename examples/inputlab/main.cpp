@@ -10,6 +10,11 @@
 #include <host/Bootstrap.h>
 #include <zenkbase/missing_instance.h>
 
+// On Windows SDL's own entry point (SDL2main) runs first and calls this main with the command
+// line read as wide text and converted to UTF-8, so arguments are UTF-8 as on Linux; the header
+// renames main for it.
+#include <SDL_main.h>
+
 #include <atomic>
 #include <csignal>
 #include <filesystem>

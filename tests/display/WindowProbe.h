@@ -5,9 +5,11 @@
 // one source per platform (WindowProbeX11.cpp, WindowProbeWin32.cpp).
 
 #include <window/NativeHandle.h>
+#include <window/Resolution.h>
 
 #include <SDL.h>
 
+#include <optional>
 #include <set>
 #include <string>
 
@@ -16,9 +18,9 @@ namespace Probe {
 /// The SDL window whose native handle is `handle`, or null when SDL has none (any more).
 SDL_Window* SdlWindowOf(Window::NativeHandle handle);
 
-/// The width that the window system gives the window `handle`, asked outside SDL; -1 when it
-/// knows no such window.
-int NativeWidthOf(Window::NativeHandle handle);
+/// The client size that the window system gives the window `handle`, asked outside SDL; none
+/// when it knows no such window.
+std::optional<Window::Resolution> NativeSizeOf(Window::NativeHandle handle);
 
 /// Minimises the window as the window system's own controls would and pumps SDL's events until
 /// SDL reports it minimised; false when it never does.

@@ -6,11 +6,12 @@
 
 namespace Probe {
 
-int NativeWidthOf(Window::NativeHandle handle) {
+std::optional<Window::Resolution> NativeSizeOf(Window::NativeHandle handle) {
     RECT client{};
-    if (GetClientRect(handle, &client) == 0)
-        return -1;
-    return client.right - client.left;
+    if (IsWindow(handle) == 0 || GetClientRect(handle, &client) == 0)
+        return std::nullopt;
+    return Window::Resolution{static_cast<unsigned short>(client.right - client.left),
+                              static_cast<unsigned short>(client.bottom - client.top)};
 }
 
 // Windows minimises a window without help, as its title bar's button does.

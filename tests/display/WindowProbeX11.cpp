@@ -9,14 +9,17 @@
 
 namespace Probe {
 
-int NativeWidthOf(Window::NativeHandle handle) {
+std::optional<Window::Resolution> NativeSizeOf(Window::NativeHandle handle) {
     Display* display = XOpenDisplay(nullptr);
     if (display == nullptr)
-        return -1;
+        return std::nullopt;
     XWindowAttributes attributes{};
     const Status found = XGetWindowAttributes(display, handle, &attributes);
     XCloseDisplay(display);
-    return found != 0 ? attributes.width : -1;
+    if (found == 0)
+        return std::nullopt;
+    return Window::Resolution{static_cast<unsigned short>(attributes.width),
+                              static_cast<unsigned short>(attributes.height)};
 }
 
 // A server without a window manager never minimises: the state is set as a window manager would

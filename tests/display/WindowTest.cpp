@@ -211,8 +211,9 @@ TEST_F(WindowTest, SetResolutionLogsAndResizesUnlessUnchanged) {
 TEST_F(WindowTest, HandleSizesTitleAndExtensionsAreTheWindowsOwn) {
     auto window = Open({300, 1000});
     ASSERT_NE(window->GetNativeHandle(), Window::NativeHandle{});
-    EXPECT_EQ(Probe::NativeWidthOf(window->GetNativeHandle()), 700);
     EXPECT_EQ(window->GetResolution(), (Resolution{700, 1000}));
+    EXPECT_EQ(Probe::NativeSizeOf(window->GetNativeHandle()),
+              std::optional<Resolution>(window->GetResolution()));
     EXPECT_EQ(window->GetDrawableSize(), (Resolution{700, 1000}));
     EXPECT_FLOAT_EQ(window->GetAspectRatio(), 0.7F);
 

@@ -54,10 +54,16 @@ TEST(CommandLineTest, DefaultsRunUntilClosedWithTheXdgConfig) {
     EXPECT_EQ(DefaultConfigPath("/x", "/home/u"), "/x/inputlab/config.toml");
     EXPECT_EQ(DefaultConfigPath("", "/home/u"), "/home/u/.config/inputlab/config.toml");
     EXPECT_EQ(DefaultConfigPath(nullptr, nullptr), "inputlab/config.toml");
+    EXPECT_EQ(DefaultConfigPath(L"C:\\Users\\u\\AppData\\Roaming"),
+              std::filesystem::path(L"C:\\Users\\u\\AppData\\Roaming/inputlab/config.toml"));
+    EXPECT_EQ(DefaultConfigPath(L""), "inputlab/config.toml");
     const LabOptions options = Parse({});
     EXPECT_FALSE(options.help || options.frames || options.screenshot || options.script ||
                  options.logFile);
     EXPECT_EQ(options.configPath.filename(), "config.toml");
+#if defined(_WIN32)
+    EXPECT_EQ(options.configPath.parent_path().parent_path(), _wgetenv(L"APPDATA"));
+#endif
 }
 
 TEST(CommandLineTest, EveryOptionIsTakenAndDescribed) {

@@ -1,7 +1,7 @@
 // Reads a PNG file for the end-to-end test:
 //   png_probe FILE          prints "WIDTH HEIGHT"
 //   png_probe FILE X Y      prints "R G B" of the pixel at column X, row Y
-//   png_probe FILE = OTHER  prints how many pixels differ ("size" when the sizes do)
+//   png_probe FILE OTHER    prints how many pixels differ between two pictures of one size
 
 #include "PngFile.h"
 
@@ -11,8 +11,8 @@
 #include <string>
 
 int main(int argc, char* argv[]) {
-    if (argc != 2 && argc != 4) {
-        std::cerr << "usage: png_probe FILE [X Y | = OTHER]\n";
+    if (argc < 2 || argc > 4) {
+        std::cerr << "usage: png_probe FILE [X Y | OTHER]\n";
         return 2;
     }
     try {
@@ -21,16 +21,18 @@ int main(int argc, char* argv[]) {
             std::cout << image.width << ' ' << image.height << '\n';
             return 0;
         }
-        if (std::string(argv[2]) == "=") {
-            const InputLab::RgbImage other = InputLab::ReadPng(argv[3]);
+        if (argc == 3) {
+            const InputLab::RgbImage other = InputLab::ReadPng(argv[2]);
             if (other.width != image.width || other.height != image.height) {
-                std::cout << "size\n";
-                return 0;
+                std::cerr << "png_probe: the pictures differ in size (" << image.width << 'x'
+                          << image.height << ", " << other.width << 'x' << other.height << ")\n";
+                return 1;
             }
-            std::size_t differ = 0;
+            std::size_t differing = 0;
             for (std::size_t at = 0; at < image.pixels.size(); at += 3)
-                differ += !std::equal(&image.pixels[at], &image.pixels[at] + 3, &other.pixels[at]);
-            std::cout << differ << '\n';
+                differing +=
+                    !std::equal(&image.pixels[at], &image.pixels[at] + 3, &other.pixels[at]);
+            std::cout << differing << '\n';
             return 0;
         }
         const unsigned long x = std::stoul(argv[2]);
