@@ -256,7 +256,7 @@ windows() {
 windows_demo() {
     windows_build_all inputlab
     if [ $# -eq 0 ]; then
-        set -- --script "$PWD/examples/inputlab/scripts/tour.txt" --frames 40 \
+        set -- --script "$PWD/examples/inputlab/scripts/tour.txt" --frames 300 \
             --screenshot "$PWD/build/inputlab-windows.png"
         echo "dev: running the Windows lab headless under Wine with the tour script; the last" \
             "frame goes to build/inputlab-windows.png"

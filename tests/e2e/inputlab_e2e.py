@@ -320,7 +320,7 @@ class Script(OnDisplay):
         # The same input draws the same scene on every platform, pixel for pixel. The picture was
         # taken with the window focused (its frame lit), so the case gives it the focus.
         self.park_pointer()
-        lab = self.start("--script", TOUR, "--frames", "40")
+        lab = self.start("--script", TOUR, "--frames", "300")
         window = lab.tool("xdotool", "search", "--sync", "--name", "Tavrino").split()[0]
         lab.tool("xdotool", "windowfocus", "--sync", window)
         self.assertEqual(lab.finish(), 0, lab.errors)
@@ -435,6 +435,7 @@ class RecordReplay(OnDisplay):
         lab = self.start("--record", recording)
         lab.wait_for(r"^-- ready")
         window = lab.tool("xdotool", "search", "--sync", "--name", "Tavrino").split()[0]
+        lab.tool("xdotool", "windowfocus", "--sync", window)  # as RealInput does, for twm
         lab.tool("xdotool", "key", "2")
         lab.wait_for(r"key release Digit2")
         lab.tool("xdotool", "keydown", "w")
