@@ -28,12 +28,14 @@ Lab::Lab(Host::Bootstrap& host, const LabOptions& options, const LabSettings& se
     , followsFrames(Pace(options).has_value())
     , echo(console) {
     Window::SInputCollector& collector = host.InputCollector();
+    // Recording starts before the window exists: the events that its making queues (a pointer
+    // already inside it, the focus) are input that the session receives too.
+    if (options.record)
+        recorder = std::make_unique<Host::InputRecorder>(*options.record);
     window = host.WindowFactory().CreateWindow();
     // The window read the same key when it was made; IWindow has no getter for the state.
     state.fullScreen = settings.fullScreen;
     renderer = std::make_unique<Renderer>(*window, options.screenshot.has_value());
-    if (options.record)
-        recorder = std::make_unique<Host::InputRecorder>(*options.record);
 
     const LabContext context{collector, *window, host.Log(), state, echo, walks};
     menu = std::make_unique<MenuControls>(context);
