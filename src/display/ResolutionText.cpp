@@ -12,8 +12,9 @@ namespace {
 /// `int` for a 16-bit target: a byte below '0' (".", "/", a misplaced thousands separator, any
 /// byte from 0x80) far enough from the end overflows ("1080.00000"). For a 32-bit target the
 /// same arithmetic is unsigned and wraps harmlessly, and it walks the same bytes by the same
-/// rules, locale grouping included; so a token that it refuses, the 16-bit cast refuses too,
-/// and one that it reads holds only digits where the 16-bit cast multiplies.
+/// rules; so a token that it refuses, the 16-bit cast refuses too, and one that it reads holds
+/// only digits where the 16-bit cast multiplies. (The build assumes the C locale for every cast:
+/// an engine's global locale neither groups what is written nor changes what is read.)
 bool SafeForTheCast(const std::string& token) {
     unsigned int wide = 0;
     return boost::conversion::try_lexical_convert(token, wide);

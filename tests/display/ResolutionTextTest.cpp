@@ -1,5 +1,6 @@
 #include "display/ResolutionText.h"
 
+#include "ForeignLocale.h"
 #include "display/ConfigurationKeys.h"
 
 #include <gtest/gtest.h>
@@ -25,12 +26,22 @@ void PrintTo(const TextRow& row, std::ostream* out) {
 
 class ResolutionTextTest : public ::testing::TestWithParam<TextRow> {};
 
-// Reads the text; for a row that is the written form, writes the size back to the same text.
-TEST_P(ResolutionTextTest, ReadsAndWritesBack) {
-    const TextRow& row = GetParam();
+void ExpectReadAndWrittenBack(const TextRow& row) {
     EXPECT_EQ(Window::ResolutionFromText(row.text), row.expected);
     if (row.written) {
         EXPECT_EQ(Window::ResolutionToText(*row.expected), row.text);
+    }
+}
+
+// Reads the text; for a row that is the written form, writes the size back to the same text. The
+// same under an engine's global locale that groups digits or writes a decimal comma: a file
+// written under one locale must read back under any other.
+TEST_P(ResolutionTextTest, ReadsAndWritesBackUnderEveryLocale) {
+    ExpectReadAndWrittenBack(GetParam());
+    for (const Fakes::ForeignLocale& locale : Fakes::foreignLocales) {
+        SCOPED_TRACE(locale.name);
+        const Fakes::ScopedGlobalLocale global(locale);
+        ExpectReadAndWrittenBack(GetParam());
     }
 }
 
@@ -58,6 +69,9 @@ INSTANTIATE_TEST_SUITE_P(
                       TextRow{"NotIntegerLong", "{1920,1080.00000}", std::nullopt},
                       TextRow{"SlashInside", "{1/00000,600}", std::nullopt},
                       TextRow{"NotDecimal", "{0x20,600}", std::nullopt},
+                      // Grouped as a locale groups: never a number, whatever the locale.
+                      TextRow{"GroupedByPoint", "{1.000,600}", std::nullopt},
+                      TextRow{"GroupedBySpace", "{1 000,600}", std::nullopt},
                       TextRow{"AboveLargest", "{65536,600}", std::nullopt},
                       TextRow{"SignWithoutDigits", "{+,600}", std::nullopt}),
     [](const auto& info) { return std::string(info.param.name); });

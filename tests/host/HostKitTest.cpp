@@ -1,5 +1,6 @@
 // The host kit's services, each on its own (files in a folder of the test case, a clock moved by
 // hand), and the bootstrap that stands them up with the window library.
+#include "ForeignLocale.h"
 #include "HostTest.h"
 
 #include <host/Bootstrap.h>
@@ -68,6 +69,25 @@ INSTANTIATE_TEST_SUITE_P(
                       std::pair{"\"12px\"", "holds \"12px\", which is not an integer"},
                       std::pair{"2147483648", "holds 2147483648, which is not an integer"},
                       std::pair{"[1, 2]", "holds an array, not a value"}));
+
+// An engine's global locale that groups digits or writes a decimal comma changes nothing that the
+// file gives or takes.
+TEST_F(ConfigFileTest, NumbersReadAndWriteTheSameUnderEveryLocale) {
+    Store(path, "Big = 1234567\nHalf = 1234.5\nText = \"-4000\"\n");
+    for (const Fakes::ForeignLocale& locale : Fakes::foreignLocales) {
+        SCOPED_TRACE(locale.name);
+        const Fakes::ScopedGlobalLocale global(locale);
+        Host::ConfigFile config(path);
+        EXPECT_EQ(config.ReadText("Big", ""), "1234567");
+        EXPECT_EQ(config.ReadText("Half", ""), "1234.5");
+        EXPECT_EQ(config.ReadInteger("Big", 0), 1234567);
+        EXPECT_EQ(config.ReadInteger("Text", 0), -4000);
+        config.WriteText(locale.name, "1234567");
+        EXPECT_EQ(Host::ConfigFile(path).ReadText(locale.name, ""), "1234567");
+    }
+    EXPECT_THAT(Stored(path), HasSubstr("Big = 1234567\n"));
+    EXPECT_THAT(Stored(path), HasSubstr("Half = 1234.5\n"));
+}
 
 class ConfigFileCorruptTest
     : public ConfigFileTest,

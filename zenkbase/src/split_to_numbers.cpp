@@ -4,6 +4,8 @@
 #include <boost/algorithm/string/split.hpp>
 #include <boost/algorithm/string/trim.hpp>
 
+#include <locale>
+
 namespace Zenk {
 
 std::vector<std::string> SplitToNumbers(const std::string& text) {
@@ -19,7 +21,8 @@ std::vector<std::string> SplitToNumbers(const std::string& text) {
     std::vector<std::string> numbers;
     numbers.reserve(tokens.size());
     for (auto& token : tokens) {
-        boost::algorithm::trim(token);
+        // Blanks are the C locale's, whatever the engine's global locale calls a blank.
+        boost::algorithm::trim(token, std::locale::classic());
         if (!token.empty())
             numbers.push_back(std::move(token));
     }
