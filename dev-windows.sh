@@ -278,11 +278,14 @@ on_wine_display() {
 windows_session() {
     local dir=$1
     shift
-    # Without a window manager Wine takes about 2 s to destroy each window; twm, placing windows
-    # without asking and drawing no title, brings that to milliseconds. Its fonts are "fixed",
-    # the only one there is without xfonts-base; without them it exits at once.
-    printf '%s\n' RandomPlacement NoTitle 'TitleFont "fixed"' 'ResizeFont "fixed"' \
-        'MenuFont "fixed"' 'IconFont "fixed"' 'IconManagerFont "fixed"' >"$dir/twmrc"
+    # Without a window manager Wine takes about 2 s to destroy each window; twm brings that to
+    # milliseconds. It puts a window where its program asked, with no border or title, so that
+    # the client area is exactly where the program put it; only a window that names no place is
+    # placed by twm itself, without asking the user. Its fonts are "fixed", the only one there is
+    # without xfonts-base; without them it exits at once.
+    printf '%s\n' 'UsePPosition "on"' RandomPlacement NoTitle 'BorderWidth 0' \
+        'TitleFont "fixed"' 'ResizeFont "fixed"' 'MenuFont "fixed"' 'IconFont "fixed"' \
+        'IconManagerFont "fixed"' >"$dir/twmrc"
     twm -f "$dir/twmrc" >"$dir/twm.log" 2>&1 &
     local twm_pid=$!
     # twm marks the root window once it manages the screen.

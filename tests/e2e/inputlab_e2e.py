@@ -9,8 +9,13 @@ The Windows build runs the same cases under Wine (--wine PATH runs the lab and t
 then on the DISPLAY it was given, which must be the run's own, since Wine's server and its
 desktop process serve one display.
 
-    inputlab_e2e.py --lab PATH --png-probe PATH --x-close PATH [--wine PATH]
-                    [Errors|Script|RealInput|RecordReplay]
+    inputlab_e2e.py --lab PATH --png-probe PATH --park-pointer PATH --x-close PATH
+                    [--wine PATH] [Errors|Script|RealInput|RecordReplay]
+
+Every case on a display starts from the same state of it, whatever ran before: the pointer parked
+where no window is, as both the X server and (under Wine) Wine's own server see it, and no button
+held; the lab's window where it asked to be, mapped, and focused before real input is sent. Each
+is waited for by asking the X server, never by sleeping.
 """
 
 import argparse
@@ -30,6 +35,10 @@ TOOLS = None  # the paths given on the command line
 WAIT = 20  # seconds for anything the lab should do promptly; no case relies on it for timing
 
 VIDEO_DRIVER = "x11"  # SDL's; named, so that a lost X connection fails as such
+
+SCREEN = (1920, 1080)  # every server's, as ./dev and XServer start them
+PARKED = (1915, 1075)  # where the pointer waits: outside every window but a full-screen one
+PLACE = (100, 40)  # where each case puts the lab's window before it sends real input
 
 SOURCE = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..")
 TOUR = os.path.join(SOURCE, "examples", "inputlab", "scripts", "tour.txt")
@@ -249,6 +258,7 @@ class OnDisplay(Case):
         super().setUp()
         self.server = XServer()
         self.addCleanup(self.server.stop)
+        self.park_pointer()
 
     def start(self, *arguments):
         lab = Lab(["--config", self.config, "--screenshot", self.screenshot] + list(arguments),
@@ -277,17 +287,61 @@ class OnDisplay(Case):
         subprocess.run(["xmodmap", "-e", "keycode %s = %s" % (spare, keysym)], check=True,
                        timeout=WAIT, env=environment)
 
+    def x_tool(self, *command):
+        return subprocess.run(list(command), check=True, timeout=WAIT, capture_output=True,
+                              text=True, env=dict(os.environ, DISPLAY=self.server.display)).stdout
+
     def park_pointer(self):
-        """Moves the real pointer where no window is, so that no real motion mixes in."""
-        subprocess.run(["xdotool", "mousemove", "1915", "1075"], check=True, timeout=WAIT,
-                       env=dict(os.environ, DISPLAY=self.server.display))
+        """Moves the real pointer where no window is, so that no real motion mixes in, and lets
+        go of every button. Under Wine the cases share one display and one Wine server: the
+        pointer is moved through Wine, which sees X motion only over its own windows and would
+        otherwise keep the place where an earlier case left it (a later move to that place then
+        reaches the lab as no motion at all); a button that an earlier case left held would turn
+        the next click into a lone release, which SDL drops."""
+        subprocess.run(program(TOOLS.park_pointer) + [str(PARKED[0]), str(PARKED[1])],
+                       check=True, timeout=WAIT, env=dict(os.environ, DISPLAY=self.server.display))
+        deadline = time.monotonic() + WAIT
+        while self.pointer() != PARKED:
+            self.assertLess(time.monotonic(), deadline, "the pointer was not parked")
+        for button in range(1, 6):
+            self.x_tool("xdotool", "mouseup", str(button))
+
+    def pointer(self):
+        """Where the X server has the pointer."""
+        where = dict(field.split("=") for field in self.x_tool("xdotool", "getmouselocation",
+                                                                "--shell").split())
+        return int(where["X"]), int(where["Y"])
+
+    def placed_window(self, lab, size=(1000, 1000)):
+        """The lab's X window, mapped, moved to PLACE and focused. The place is set rather than
+        left to the window system: SDL centres a window whose place is left open, but Wine and
+        a window manager each have a say in where a centred window lands."""
+        window = lab.tool("xdotool", "search", "--sync", "--onlyvisible", "--name",
+                          "Tavrino").split()[0]
+        lab.tool("xdotool", "windowmove", "--sync", window, *map(str, PLACE))
+        self.wait_geometry(lab, window, *PLACE, *size)
+        # Keys go to the focused window; a window manager (as under Wine) may give focus only
+        # with the pointer.
+        lab.tool("xdotool", "windowfocus", "--sync", window)
+        return window
+
+    def wait_geometry(self, lab, window, x, y, width, height):
+        """Asks the X server until `window` is at `x`, `y` and `width` x `height`."""
+        expected = {"X": x, "Y": y, "WIDTH": width, "HEIGHT": height}
+        deadline = time.monotonic() + WAIT
+        while True:
+            geometry = dict(field.split("=") for field in lab.tool(
+                "xdotool", "getwindowgeometry", "--shell", window).split())
+            if all(int(geometry[key]) == value for key, value in expected.items()):
+                return
+            self.assertLess(time.monotonic(), deadline,
+                            "the lab's window is at %s, not %s" % (geometry, expected))
 
 
 class Script(OnDisplay):
     """Scripted runs: the same input every time, checked in the picture and the config."""
 
     def test_scripted_tour(self):
-        self.park_pointer()
         script = self.write("tour.txt", "\n".join([
             "wait 3",
             "key down 2", "key up 2",          # game level: the background turns green
@@ -319,10 +373,8 @@ class Script(OnDisplay):
     def test_tour_draws_the_readme_picture(self):
         # The same input draws the same scene on every platform, pixel for pixel. The picture was
         # taken with the window focused (its frame lit), so the case gives it the focus.
-        self.park_pointer()
         lab = self.start("--script", TOUR, "--frames", "300")
-        window = lab.tool("xdotool", "search", "--sync", "--name", "Tavrino").split()[0]
-        lab.tool("xdotool", "windowfocus", "--sync", window)
+        window = self.placed_window(lab)
         self.assertEqual(lab.finish(), 0, lab.errors)
         self.assertEqual(png_differing(self.screenshot, TOUR_PICTURE), 0)
 
@@ -335,7 +387,6 @@ class Script(OnDisplay):
         self.assertEqual(read_config(self.config)["Window"]["Resolution"], "{900,800}")
 
     def test_resize_rebuilds_the_swapchain_and_is_saved(self):
-        self.park_pointer()
         script = self.write("resize.txt", "wait 3\nkey down F3\nkey up F3\nwait 20\n"
                                           "key down 3\nkey up 3\nwait 5\nwindow close\n")
         lab = self.start("--script", script, "--frames", "600")
@@ -348,7 +399,6 @@ class Script(OnDisplay):
     def test_full_screen_is_saved(self):
         # Without a window manager the X window keeps its size, so only the saved state and a
         # lab that goes on drawing are checked here.
-        self.park_pointer()
         script = self.write("full.txt", "wait 3\nkey down Return\nkey up Return\nwait 20\n"
                                         "key down 3\nkey up 3\nwait 5\nwindow close\n")
         lab = self.start("--script", script, "--frames", "600")
@@ -367,10 +417,7 @@ class RealInput(OnDisplay):
         self.bind_key("eacute")
         lab = self.start()
         lab.wait_for(r"^-- ready")
-        window = lab.tool("xdotool", "search", "--sync", "--name", "Tavrino").split()[0]
-        # Keys go to the focused window; a window manager (as under Wine) may give focus only
-        # with the pointer.
-        lab.tool("xdotool", "windowfocus", "--sync", window)
+        window = self.placed_window(lab)
 
         lab.tool("xdotool", "key", "2")
         lab.wait_for(r"key release Digit2 \(priority 0, level 0\)")
@@ -380,7 +427,7 @@ class RealInput(OnDisplay):
         lab.wait_for(r"key press W \(priority 0, level 0\)")
         lab.wait_for(r"key press W \(priority 1, level 0\)")
 
-        lab.tool("xdotool", "mousemove", "--window", window, "200", "300")
+        lab.tool("xdotool", "mousemove", "--sync", "--window", window, "200", "300")
         lab.wait_for(r"cursor 200,300 \(priority 0\)")
         lab.tool("xdotool", "click", "1")
         lab.wait_for(r"button release Left")
@@ -432,20 +479,16 @@ class RecordReplay(OnDisplay):
     def test_replay_gives_the_same_echo_and_pixels(self):
         self.bind_key("eacute")
         recording = self.path("recording.txt")
-        # A pointer left inside the new window by an earlier case (under Wine the cases share
-        # one display) would move the cursor before any input is recorded.
-        self.park_pointer()
         lab = self.start("--record", recording)
         lab.wait_for(r"^-- ready")
-        window = lab.tool("xdotool", "search", "--sync", "--name", "Tavrino").split()[0]
-        lab.tool("xdotool", "windowfocus", "--sync", window)  # as RealInput does, for twm
+        window = self.placed_window(lab)
         lab.tool("xdotool", "key", "2")
         lab.wait_for(r"key release Digit2")
         lab.tool("xdotool", "keydown", "w")
         lab.wait_for(r"key hold W .* x1$")
         lab.tool("xdotool", "keyup", "w")
         lab.wait_for(r"key release W \(priority 1")
-        lab.tool("xdotool", "mousemove", "--window", window, "200", "300")
+        lab.tool("xdotool", "mousemove", "--sync", "--window", window, "200", "300")
         lab.wait_for(r"cursor 200,300 ")
         lab.tool("xdotool", "click", "4")
         lab.wait_for(r"button press WheelUp")
@@ -461,7 +504,7 @@ class RecordReplay(OnDisplay):
         lab.tool("xdotool", "key", "Return")
         lab.wait_for(r"full screen on")
         lab.wait_for(r"-- drawable 1920x1080")
-        time.sleep(0.5)  # the screen settles before the next input
+        self.wait_geometry(lab, window, 0, 0, *SCREEN)  # the X server agrees before more input
         lab.tool("xdotool", "key", "Escape")
         lab.wait_for(r"menu opened: modal level 1")
         lab.tool("xdotool", "key", "--delay", "100", "3", "Down", "Down", "Up")
@@ -495,6 +538,7 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("--lab", required=True)
     parser.add_argument("--png-probe", required=True)
+    parser.add_argument("--park-pointer", required=True)
     parser.add_argument("--x-close", required=True)
     parser.add_argument("--wine", help="runs the lab and the PNG probe, Windows programs")
     parser.add_argument("cases", nargs="*", help="test classes or Class.test_name")
