@@ -242,11 +242,7 @@ windows() {
     echo "dev: not run under Wine: ${skipped[*]}" >&2
     local exclude
     exclude=$(IFS='|' && echo "^(${skipped[*]})\$")
-    # A timeout is given a second run: in two of the first runs here, the run's first test (a
-    # window test) passed and printed its summary, and then its Wine process did not exit. A test
-    # that times out twice still fails.
-    on_wine_display ctest --output-on-failure -j "$jobs" --timeout 300 --repeat after-timeout:2 \
-        -E "$exclude"
+    on_wine_display ctest --output-on-failure -j "$jobs" --timeout 300 -E "$exclude"
 }
 
 # windows_demo [inputlab options]: the Windows build of the input lab under Wine. Nobody can
@@ -297,8 +293,23 @@ windows_session() {
     # One persistent Wine server: otherwise every test process boots Wine's services again.
     wine_env /usr/lib/wine/wineserver -p
     wine_env "$wine" wineboot >/dev/null 2>&1 || true
+    # Wine's desktop process is started by the first program that needs it, with that program's
+    # standard error: were it a test, ctest would wait on the test's output for as long as later
+    # tests kept the desktop alive. The keeper starts it here, with the session's output, and
+    # holds it to the end (tests/wine/DesktopKeeper.cpp).
     local status=0
-    (cd "$dir" && wine_env "$@") || status=$?
+    if [ -e "$dir/bin/desktop_keeper.exe" ]; then
+        coproc keeper { wine_env "$wine" "$dir/bin/desktop_keeper.exe" 2>"$dir/desktop_keeper.log"; }
+        local ready=
+        read -r -t 60 ready <&"${keeper[0]}" || true
+        if [ "${ready%$'\r'}" != ready ]; then # a Windows program ends its lines with CR LF
+            echo "dev: Wine's desktop did not start; see $dir/desktop_keeper.log" >&2
+            status=1
+        fi
+    fi
+    if [ "$status" -eq 0 ]; then
+        (cd "$dir" && wine_env "$@") || status=$?
+    fi
     wine_env /usr/lib/wine/wineserver -k 2>/dev/null || true
     kill "$twm_pid" 2>/dev/null || true
     wait "$twm_pid" 2>/dev/null || true
