@@ -229,20 +229,24 @@ windows_build_all() {
     done
 }
 
+# Tests that check what does not hold on Windows or under Wine; named here, not hidden.
+windows_skipped_tests=(
+    # Wine implements no symbolic links (Windows allows them only with a privilege), and Windows
+    # files have no POSIX mode to keep.
+    ConfigFileTest.WriteKeepsTheModeAndTheLinkAndAnEmptyPathIsRefused
+    # Windows has no limit on a process's threads that the process can set itself.
+    RemovalWithoutThreads.TheDyingReactorIsRemovedOnItsOwnThread
+)
+
+# Prints the ctest expression (-E) of the skipped tests, and names them on stderr.
+windows_skipped() {
+    echo "dev: not run under Wine: ${windows_skipped_tests[*]}" >&2
+    (IFS='|' && echo "^(${windows_skipped_tests[*]})\$")
+}
+
 windows() {
     windows_build_all
-    # Tests that check what does not hold on Windows or under Wine; named here, not hidden:
-    local skipped=(
-        # Wine implements no symbolic links (Windows allows them only with a privilege), and
-        # Windows files have no POSIX mode to keep.
-        ConfigFileTest.WriteKeepsTheModeAndTheLinkAndAnEmptyPathIsRefused
-        # Windows has no limit on a process's threads that the process can set itself.
-        RemovalWithoutThreads.TheDyingReactorIsRemovedOnItsOwnThread
-    )
-    echo "dev: not run under Wine: ${skipped[*]}" >&2
-    local exclude
-    exclude=$(IFS='|' && echo "^(${skipped[*]})\$")
-    on_wine_display ctest --output-on-failure -j "$jobs" --timeout 300 -E "$exclude"
+    on_wine_display ctest --output-on-failure -j "$jobs" --timeout 300 -E "$(windows_skipped)"
 }
 
 # windows_demo [inputlab options]: the Windows build of the input lab under Wine. Nobody can
