@@ -10,9 +10,8 @@
 // this program is the one that starts the desktop process, with the session's own output, and
 // keeps it for every test after.
 
-#include <windows.h>
-
 #include <iostream>
+#include <windows.h>
 
 int main() {
     if (GetDesktopWindow() == nullptr) {
