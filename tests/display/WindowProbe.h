@@ -9,6 +9,7 @@
 
 #include <SDL.h>
 
+#include <chrono>
 #include <optional>
 #include <set>
 #include <string>
@@ -29,15 +30,18 @@ bool Minimise(SDL_Window* window);
 /// The Vulkan instance extensions that a surface on this window system needs.
 std::set<std::string> SurfaceExtensions();
 
-/// Pumps SDL's events until `done()` holds; false when it never does.
+/// Pumps SDL's events until `done()` holds; false when it has not after 30 s. The bound only
+/// turns a state that never comes into a failure: a loaded machine may take seconds to deliver.
 template <class Done> bool PumpUntil(Done&& done) {
-    for (int round = 0; round < 200; ++round) {
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+    while (true) {
         SDL_PumpEvents();
         if (done())
             return true;
+        if (std::chrono::steady_clock::now() > deadline)
+            return false;
         SDL_Delay(10);
     }
-    return false;
 }
 
 } // namespace Probe

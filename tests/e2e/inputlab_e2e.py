@@ -298,8 +298,13 @@ class OnDisplay(Case):
         otherwise keep the place where an earlier case left it (a later move to that place then
         reaches the lab as no motion at all); a button that an earlier case left held would turn
         the next click into a lone release, which SDL drops."""
-        subprocess.run(program(TOOLS.park_pointer) + [str(PARKED[0]), str(PARKED[1])],
-                       check=True, timeout=WAIT, env=dict(os.environ, DISPLAY=self.server.display))
+        # Wine's error messages are kept, and shown only if the parking fails.
+        parked = subprocess.run(program(TOOLS.park_pointer) + [str(PARKED[0]), str(PARKED[1])],
+                                capture_output=True, text=True, timeout=WAIT,
+                                env=dict(os.environ, DISPLAY=self.server.display,
+                                         WINEDEBUG="err+all"))
+        self.assertEqual(parked.returncode, 0, "park_pointer failed:\n" + parked.stdout +
+                         parked.stderr)
         deadline = time.monotonic() + WAIT
         while self.pointer() != PARKED:
             self.assertLess(time.monotonic(), deadline, "the pointer was not parked")
