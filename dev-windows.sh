@@ -246,7 +246,7 @@ windows_skipped() {
 
 windows() {
     windows_build_all
-    on_wine_display ctest --output-on-failure -j "$jobs" --timeout 300 -E "$(windows_skipped)"
+    on_wine_display ctest "${ctest_options[@]}" -E "$(windows_skipped)"
 }
 
 # windows_demo [inputlab options]: the Windows build of the input lab under Wine. Nobody can

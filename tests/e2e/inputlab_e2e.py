@@ -14,7 +14,7 @@ desktop process serve one display.
 
 Every case on a display starts from the same state of it, whatever ran before: the pointer parked
 where no window is, as both the X server and (under Wine) Wine's own server see it, and no button
-held; the lab's window where it asked to be, mapped, and focused before real input is sent. Each
+held; the lab's window mapped, moved to a set place and focused before real input is sent. Each
 is waited for by asking the X server, never by sleeping.
 """
 
@@ -155,6 +155,11 @@ def run_lab(arguments, folder):
     return result.returncode, result.stdout, result.stderr
 
 
+def shell_fields(text):
+    """xdotool's --shell output ("X=100" a line) as numbers by name."""
+    return {name: int(value) for name, value in (line.split("=") for line in text.split())}
+
+
 def png_size(path):
     width, height = subprocess.run(program(TOOLS.png_probe) + [path], check=True,
                                    capture_output=True, text=True, timeout=WAIT).stdout.split()
@@ -279,17 +284,21 @@ class OnDisplay(Case):
         run's own server: a shared display's keymap is its user's."""
         if not self.server.own:
             return
-        environment = dict(os.environ, DISPLAY=self.server.display)
-        keymap = subprocess.run(["xmodmap", "-pke"], check=True, capture_output=True, text=True,
-                                timeout=WAIT, env=environment).stdout
+        keymap = self.x_tool("xmodmap", "-pke")
         spare = next(line.split()[1] for line in keymap.splitlines()
                      if line.startswith("keycode") and len(line.split()) == 3)
-        subprocess.run(["xmodmap", "-e", "keycode %s = %s" % (spare, keysym)], check=True,
-                       timeout=WAIT, env=environment)
+        self.x_tool("xmodmap", "-e", "keycode %s = %s" % (spare, keysym))
 
     def x_tool(self, *command):
+        """What an X client of this case's server prints."""
         return subprocess.run(list(command), check=True, timeout=WAIT, capture_output=True,
                               text=True, env=dict(os.environ, DISPLAY=self.server.display)).stdout
+
+    def wait_until(self, done, failure):
+        """Asks `done()` until it holds; fails the case with `failure()` after WAIT seconds."""
+        deadline = time.monotonic() + WAIT
+        while not done():
+            self.assertLess(time.monotonic(), deadline, failure())
 
     def park_pointer(self):
         """Moves the real pointer where no window is, so that no real motion mixes in, and lets
@@ -305,17 +314,14 @@ class OnDisplay(Case):
                                          WINEDEBUG="err+all"))
         self.assertEqual(parked.returncode, 0, "park_pointer failed:\n" + parked.stdout +
                          parked.stderr)
-        deadline = time.monotonic() + WAIT
-        while self.pointer() != PARKED:
-            self.assertLess(time.monotonic(), deadline, "the pointer was not parked")
+        self.wait_until(lambda: self.pointer() == PARKED, lambda: "the pointer was not parked")
         for button in range(1, 6):
             self.x_tool("xdotool", "mouseup", str(button))
 
     def pointer(self):
         """Where the X server has the pointer."""
-        where = dict(field.split("=") for field in self.x_tool("xdotool", "getmouselocation",
-                                                                "--shell").split())
-        return int(where["X"]), int(where["Y"])
+        where = shell_fields(self.x_tool("xdotool", "getmouselocation", "--shell"))
+        return where["X"], where["Y"]
 
     def placed_window(self, lab, size=(1000, 1000)):
         """The lab's X window, mapped, moved to PLACE and focused. The place is set rather than
@@ -333,14 +339,14 @@ class OnDisplay(Case):
     def wait_geometry(self, lab, window, x, y, width, height):
         """Asks the X server until `window` is at `x`, `y` and `width` x `height`."""
         expected = {"X": x, "Y": y, "WIDTH": width, "HEIGHT": height}
-        deadline = time.monotonic() + WAIT
-        while True:
-            geometry = dict(field.split("=") for field in lab.tool(
-                "xdotool", "getwindowgeometry", "--shell", window).split())
-            if all(int(geometry[key]) == value for key, value in expected.items()):
-                return
-            self.assertLess(time.monotonic(), deadline,
-                            "the lab's window is at %s, not %s" % (geometry, expected))
+        geometry = {}
+
+        def there():
+            geometry.update(shell_fields(lab.tool("xdotool", "getwindowgeometry", "--shell",
+                                                  window)))
+            return all(geometry[key] == value for key, value in expected.items())
+
+        self.wait_until(there, lambda: "the lab's window is at %s, not %s" % (geometry, expected))
 
 
 class Script(OnDisplay):
@@ -379,7 +385,7 @@ class Script(OnDisplay):
         # The same input draws the same scene on every platform, pixel for pixel. The picture was
         # taken with the window focused (its frame lit), so the case gives it the focus.
         lab = self.start("--script", TOUR, "--frames", "300")
-        window = self.placed_window(lab)
+        self.placed_window(lab)
         self.assertEqual(lab.finish(), 0, lab.errors)
         self.assertEqual(png_differing(self.screenshot, TOUR_PICTURE), 0)
 
