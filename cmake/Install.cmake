@@ -1,22 +1,30 @@
 # Install rules: the libraries with their sonames, the public headers under one include root,
-# the input lab, a CMake package (window::window, window::host) and pkg-config files.
+# the input lab, a CMake package (window::window, window::host, window::vulkan when built) and
+# pkg-config files.
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
 set(WINDOW_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/window)
 
-install(TARGETS zenkbase window window_common_headers window_host
+set(installed_targets zenkbase window window_common_headers window_host)
+set(installed_headers
+    ${PROJECT_SOURCE_DIR}/include/window
+    ${PROJECT_SOURCE_DIR}/zenkbase/include/zenkbase
+    ${PROJECT_SOURCE_DIR}/common/include/common
+    ${PROJECT_SOURCE_DIR}/host/include/host
+    ${PROJECT_BINARY_DIR}/include/window)
+if(TARGET window_vulkan)
+    list(APPEND installed_targets window_vulkan)
+    list(APPEND installed_headers ${PROJECT_SOURCE_DIR}/vulkan/include/window)
+endif()
+set(WINDOW_HAS_VULKAN ${WINDOW_BUILD_VULKAN})
+
+install(TARGETS ${installed_targets}
     EXPORT windowTargets
     RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
-install(DIRECTORY
-        ${PROJECT_SOURCE_DIR}/include/window
-        ${PROJECT_SOURCE_DIR}/zenkbase/include/zenkbase
-        ${PROJECT_SOURCE_DIR}/common/include/common
-        ${PROJECT_SOURCE_DIR}/host/include/host
-        ${PROJECT_BINARY_DIR}/include/window
-    DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+install(DIRECTORY ${installed_headers} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(EXPORT windowTargets NAMESPACE window:: DESTINATION ${WINDOW_CMAKE_DIR})
 
 configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/windowConfig.cmake.in

@@ -2,6 +2,8 @@
 
 #include "VulkanError.h"
 
+#include <window/VulkanSurface.h>
+
 #include <cstring>
 #include <stdexcept>
 #include <vector>
@@ -42,18 +44,6 @@ long FindQueueFamily(VkPhysicalDevice device, VkSurfaceKHR surface) {
 VkInstance CreateInstance(Window::IWindow& window) {
     // The window knows which extensions its surface needs; the lab adds none of its own.
     const Window::InstanceExtensions extensions = window.GetInstanceExtensions();
-    bool hasPlatformSurface = false;
-    std::string listed;
-    for (unsigned int index = 0; index < extensions.count; ++index) {
-        listed += (index == 0 ? "" : ", ") + std::string(extensions.names[index]);
-        if (std::strcmp(extensions.names[index], NativeSurface::PlatformExtension()) == 0)
-            hasPlatformSurface = true;
-    }
-    if (!hasPlatformSurface)
-        throw std::runtime_error(
-            "The window needs the Vulkan extensions {" + listed + "}, but the lab draws through " +
-            NativeSurface::PlatformExtension() + " (on Linux, run it with SDL_VIDEODRIVER=x11)");
-
     VkApplicationInfo application{};
     application.sType = VK_STRUCTURE_TYPE_APPLICATION_INFO;
     application.pApplicationName = "inputlab";
@@ -74,11 +64,11 @@ VkInstance CreateInstance(Window::IWindow& window) {
 
 VulkanContext::VulkanContext(Window::IWindow& window) : instance(CreateInstance(window)) {
     try {
-        surface = std::make_unique<NativeSurface>(instance, window.GetNativeHandle());
+        surface = Window::Vulkan::CreateSurface(instance, window);
         PickDevice();
         CreateDevice();
     } catch (...) {
-        surface.reset();
+        vkDestroySurfaceKHR(instance, surface, nullptr);
         vkDestroyInstance(instance, nullptr);
         throw;
     }
@@ -86,7 +76,7 @@ VulkanContext::VulkanContext(Window::IWindow& window) : instance(CreateInstance(
 
 VulkanContext::~VulkanContext() {
     vkDestroyDevice(device, nullptr);
-    surface.reset();
+    vkDestroySurfaceKHR(instance, surface, nullptr);
     vkDestroyInstance(instance, nullptr);
 }
 
@@ -104,7 +94,7 @@ void VulkanContext::PickDevice() {
     for (VkPhysicalDevice candidate : devices) {
         if (!HasDeviceExtension(candidate, VK_KHR_SWAPCHAIN_EXTENSION_NAME))
             continue;
-        const long family = FindQueueFamily(candidate, surface->Get());
+        const long family = FindQueueFamily(candidate, surface);
         if (family < 0)
             continue;
         physicalDevice = candidate;

@@ -1,22 +1,21 @@
 #pragma once
 
-#include "NativeSurface.h"
-
 #include <window/IWindow.h>
 
 #include <vulkan/vulkan.h>
 
-#include <memory>
 #include <string>
 
 namespace InputLab {
 
 /// The Vulkan objects that live as long as the window: instance, surface, device and queue.
-/// Made from what `IWindow` offers and nothing else: its instance extensions and native handle.
+/// Made from what `IWindow` offers and nothing else: its instance extensions, and its surface from
+/// the library's one-call helper.
 class VulkanContext {
 public:
-    /// Engine main thread. Throws `VulkanError`, or `std::runtime_error` ("No Vulkan device can
-    /// draw into the window: <reason>") when no device fits.
+    /// Engine main thread. Throws `VulkanError`, `Window::Vulkan::SurfaceError`, or
+    /// `std::runtime_error` ("No Vulkan device can draw into the window: <reason>") when no
+    /// device fits.
     explicit VulkanContext(Window::IWindow& window);
     ~VulkanContext();
 
@@ -24,7 +23,7 @@ public:
     VulkanContext& operator=(const VulkanContext&) = delete;
 
     VkInstance Instance() const noexcept { return instance; }
-    VkSurfaceKHR Surface() const noexcept { return surface->Get(); }
+    VkSurfaceKHR Surface() const noexcept { return surface; }
     VkPhysicalDevice PhysicalDevice() const noexcept { return physicalDevice; }
     VkDevice Device() const noexcept { return device; }
     VkQueue Queue() const noexcept { return queue; }
@@ -40,7 +39,7 @@ private:
     void CreateDevice();
 
     VkInstance instance = VK_NULL_HANDLE;
-    std::unique_ptr<NativeSurface> surface;
+    VkSurfaceKHR surface = VK_NULL_HANDLE;
     VkPhysicalDevice physicalDevice = VK_NULL_HANDLE;
     std::uint32_t queueFamily = 0;
     std::string deviceName;

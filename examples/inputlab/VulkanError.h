@@ -18,9 +18,6 @@ private:
     VkResult result;
 };
 
-/// The enumerator's name of `result`, or its number for one not listed.
-const char* ResultName(VkResult result);
-
 /// Throws `VulkanError` for any result below `VK_SUCCESS`; the positive results (such as
 /// `VK_SUBOPTIMAL_KHR`) are for the caller to look at.
 inline VkResult Check(VkResult result, const char* call) {

@@ -117,14 +117,21 @@ NativeHandle NativeHandleOf(SDL_Window* window) noexcept {
 #if defined(_WIN32)
     return info.info.win.window;
 #else
+    NativeHandle handle;
     switch (info.subsystem) {
     case SDL_SYSWM_X11:
-        return static_cast<NativeHandle>(info.info.x11.window);
+        handle.system = WindowSystem::X11;
+        handle.x11 = {info.info.x11.display, info.info.x11.window};
+        break;
     case SDL_SYSWM_WAYLAND:
-        return reinterpret_cast<NativeHandle>(info.info.wl.surface);
+        handle.system = WindowSystem::Wayland;
+        handle.wayland = {info.info.wl.display, info.info.wl.surface};
+        break;
     default:
-        return {};
+        // Another driver's windows (SDL's own offscreen ones, say) have no surface to offer.
+        break;
     }
+    return handle;
 #endif
 }
 

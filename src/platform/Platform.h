@@ -9,9 +9,9 @@ struct SDL_Window;
 
 namespace Window::Platform {
 
-/// The native handle of `window` as the window system reports it: the HWND on Windows; on Linux
-/// the X11 window id, or the wl_surface address under Wayland. When the window system does not
-/// answer, the empty handle (null / 0). Same thread as the window's other calls.
+/// The native handle of `window` as the window system reports it: the HWND on Windows; elsewhere
+/// the window system with SDL's connection and the X11 window or the Wayland surface. When the
+/// window system does not answer, the empty handle. Same thread as the window's other calls.
 NativeHandle NativeHandleOf(SDL_Window* window) noexcept;
 
 /// Decodes UTF-8 into the platform's wide characters with the contract of Windows'

@@ -10,11 +10,14 @@
 namespace Probe {
 
 std::optional<Window::Resolution> NativeSizeOf(Window::NativeHandle handle) {
+    // Asked on a connection of its own, as another program would, not on SDL's.
+    if (handle.system != Window::WindowSystem::X11)
+        return std::nullopt;
     Display* display = XOpenDisplay(nullptr);
     if (display == nullptr)
         return std::nullopt;
     XWindowAttributes attributes{};
-    const Status found = XGetWindowAttributes(display, handle, &attributes);
+    const Status found = XGetWindowAttributes(display, handle.x11.window, &attributes);
     XCloseDisplay(display);
     if (found == 0)
         return std::nullopt;
@@ -29,7 +32,7 @@ bool Minimise(SDL_Window* window) {
     if (display == nullptr)
         return false;
     Atom hidden = XInternAtom(display, "_NET_WM_STATE_HIDDEN", False);
-    XChangeProperty(display, Window::Platform::NativeHandleOf(window),
+    XChangeProperty(display, Window::Platform::NativeHandleOf(window).x11.window,
                     XInternAtom(display, "_NET_WM_STATE", False), XA_ATOM, 32, PropModeReplace,
                     reinterpret_cast<unsigned char*>(&hidden), 1);
     XSync(display, False);
