@@ -2,7 +2,7 @@
 
 // What the window tests need to look at an SDL window from outside the library: the SDL window
 // behind a handle, and what the window system itself says about it. The window system's part has
-// one source per platform (WindowProbeX11.cpp, WindowProbeWin32.cpp).
+// one source per platform (WindowProbeLinux.cpp, WindowProbeWin32.cpp).
 
 #include <window/NativeHandle.h>
 #include <window/Resolution.h>
@@ -20,7 +20,8 @@ namespace Probe {
 SDL_Window* SdlWindowOf(Window::NativeHandle handle);
 
 /// The client size that the window system gives the window `handle`, asked outside SDL; none
-/// when it knows no such window.
+/// when it knows no such window, and always none on Wayland, whose compositor tells no client
+/// the size of another's surface.
 std::optional<Window::Resolution> NativeSizeOf(Window::NativeHandle handle);
 
 /// Minimises the window as the window system's own controls would and pumps SDL's events until

@@ -1,6 +1,9 @@
 #include "WindowProbe.h"
 #include "platform/Platform.h"
 
+// On Linux a window is on an X server or a Wayland compositor, whichever SDL's driver reached. X
+// is asked as another client would ask it; a Wayland compositor answers no such question.
+
 // Xlib's `Window` type would collide with the library's namespace.
 #define Window X11Window
 #include <X11/Xatom.h>
@@ -26,8 +29,14 @@ std::optional<Window::Resolution> NativeSizeOf(Window::NativeHandle handle) {
 }
 
 // A server without a window manager never minimises: the state is set as a window manager would
-// (_NET_WM_STATE_HIDDEN), and SDL reads it on its next pump.
+// (_NET_WM_STATE_HIDDEN), and SDL reads it on its next pump. Wayland tells a client nothing when
+// its window is minimised, so SDL never reports it there: the request is made all the same, and
+// the answer is false.
 bool Minimise(SDL_Window* window) {
+    if (Window::Platform::NativeHandleOf(window).system != Window::WindowSystem::X11) {
+        SDL_MinimizeWindow(window);
+        return (SDL_GetWindowFlags(window) & SDL_WINDOW_MINIMIZED) != 0;
+    }
     Display* display = XOpenDisplay(nullptr);
     if (display == nullptr)
         return false;
@@ -41,6 +50,8 @@ bool Minimise(SDL_Window* window) {
 }
 
 std::set<std::string> SurfaceExtensions() {
+    if (std::string(SDL_GetCurrentVideoDriver()) == "wayland")
+        return {"VK_KHR_surface", "VK_KHR_wayland_surface"};
     return {"VK_KHR_surface", "VK_KHR_xlib_surface"};
 }
 
