@@ -9,8 +9,12 @@ The Windows build runs the same cases under Wine (--wine PATH runs the lab and t
 then on the DISPLAY it was given, which must be the run's own, since Wine's server and its
 desktop process serve one display.
 
+With --wayland the lab runs on SDL's wayland driver, under a Weston of each case's own that runs
+inside the case's Xvfb: Weston's X window takes the X server's keyboard and pointer for its seat,
+so xdotool drives the lab through it.
+
     inputlab_e2e.py --lab PATH --png-probe PATH --park-pointer PATH --x-close PATH
-                    [--wine PATH] [Errors|Script|RealInput|RecordReplay]
+                    [--wine PATH | --wayland] [Errors|Script|RealInput|RecordReplay]
 
 Every case on a display starts from the same state of it, whatever ran before: the pointer parked
 where no window is, as both the X server and (under Wine) Wine's own server see it, and no button
@@ -35,6 +39,7 @@ TOOLS = None  # the paths given on the command line
 WAIT = 20  # seconds for anything the lab should do promptly; no case relies on it for timing
 
 VIDEO_DRIVER = "x11"  # SDL's; named, so that a lost X connection fails as such
+WAYLAND = False  # --wayland
 
 SCREEN = (1920, 1080)  # every server's, as ./dev and XServer start them
 PARKED = (1915, 1075)  # where the pointer waits: outside every window but a full-screen one
@@ -52,10 +57,12 @@ SQUARE = (240, 240, 240)
 
 
 class XServer:
-    """A private Xvfb, so that input from one case can never reach another's window."""
+    """A private Xvfb, so that input from one case can never reach another's window; with
+    --wayland, a Weston of its own inside it (see Weston)."""
 
-    def __init__(self):
+    def __init__(self, shell=None, size=(1920, 1080)):
         self.process = None
+        self.compositor = None
         self.display = os.environ.get("DISPLAY", "")
         self.own = TOOLS.wine is not None  # a display whose keymap the case may change
         if TOOLS.wine is not None or shutil.which("Xvfb") is None:
@@ -77,19 +84,92 @@ class XServer:
             raise RuntimeError("Xvfb did not start")
         self.display = ":" + number
         self.own = True
+        if WAYLAND:
+            try:
+                self.compositor = Weston(self.display, shell, size)
+            except BaseException:
+                self.stop()
+                raise
+
+    def environment(self):
+        """What a program needs to reach this display, and SDL to use its driver."""
+        environment = dict(os.environ, DISPLAY=self.display, SDL_VIDEODRIVER=VIDEO_DRIVER)
+        if self.compositor is not None:
+            environment.update(self.compositor.environment())
+        return environment
 
     def stop(self):
+        if self.compositor is not None:
+            self.compositor.stop()
+            self.compositor = None
         if self.process is not None:
             self.process.terminate()
             self.process.wait(timeout=WAIT)
+            self.process = None
+
+
+class Weston:
+    """Weston on an X server: its whole output is one X window, and its x11 backend takes the
+    X server's keyboard and pointer as its seat (its headless backend has no seat, and SDL cannot
+    start without one).
+
+    Two shells: the desktop shell, where a window keeps the size that it asks for but lands where
+    Weston chooses; and the kiosk shell, where every window fills the output (which is then made
+    the size of the lab's window), so that a point of Weston's X window is the same point of the
+    lab's window, as real input needs."""
+
+    DESKTOP = None
+    KIOSK = "kiosk-shell.so"
+    SOCKET = "inputlab-e2e"
+
+    def __init__(self, display, shell, size=(1920, 1080)):
+        self.runtime = tempfile.mkdtemp(prefix="inputlab_e2e_wayland_")  # private (0700)
+        x_environment = dict(os.environ, DISPLAY=display)
+        # Weston compiles its keymap from the layout that the X server names, once: a layout with
+        # é (AltGr+e, ASCII as in "us") before it starts; xmodmap's changes it never sees.
+        subprocess.run(["setxkbmap", "-layout", "us", "-variant", "altgr-intl"],
+                       env=x_environment, check=True, timeout=WAIT)
+        command = ["weston", "--backend=x11-backend.so", "--socket=" + self.SOCKET,
+                   "--width=%d" % size[0], "--height=%d" % size[1], "--idle-time=0"]
+        if shell is not None:
+            command.append("--shell=" + shell)
+        self.log = os.path.join(self.runtime, "weston.log")
+        with open(self.log, "w", encoding="utf-8") as log:
+            self.process = subprocess.Popen(command, stdout=log, stderr=subprocess.STDOUT,
+                                            env=dict(x_environment, XDG_RUNTIME_DIR=self.runtime))
+        # Serving once its socket exists and its output window is shown.
+        deadline = time.monotonic() + WAIT
+        self.window = None
+        while self.window is None:
+            if self.process.poll() is not None or time.monotonic() > deadline:
+                self.stop()
+                raise RuntimeError("Weston did not start")
+            if os.path.exists(os.path.join(self.runtime, self.SOCKET)):
+                self.window = self._shown_output(x_environment)
+            time.sleep(0.02)  # between two questions, not instead of one
+
+    @staticmethod
+    def _shown_output(environment):
+        found = subprocess.run(["xdotool", "search", "--onlyvisible", "--class",
+                                "Weston Compositor"], env=environment, capture_output=True,
+                               text=True, timeout=WAIT).stdout.split()
+        return found[0] if found else None
+
+    def environment(self):
+        return {"WAYLAND_DISPLAY": self.SOCKET, "XDG_RUNTIME_DIR": self.runtime}
+
+    def stop(self):
+        if self.process.poll() is None:
+            self.process.terminate()
+            self.process.wait(timeout=WAIT)
+        shutil.rmtree(self.runtime, ignore_errors=True)
 
 
 class Lab:
     """One run of the lab, whose console lines are collected as they come."""
 
-    def __init__(self, arguments, display, folder):
-        self.environment = dict(os.environ, DISPLAY=display, SDL_VIDEODRIVER=VIDEO_DRIVER,
-                                LANG="C.UTF-8", XDG_CONFIG_HOME=folder)
+    def __init__(self, arguments, server, folder):
+        self.environment = dict(server.environment(), LANG="C.UTF-8", XDG_CONFIG_HOME=folder)
         self.process = subprocess.Popen(program(TOOLS.lab) + arguments, stdout=subprocess.PIPE,
                                         stderr=subprocess.PIPE, env=self.environment, text=True,
                                         encoding="utf-8", errors="replace")
@@ -259,15 +339,19 @@ class Errors(Case):
 
 
 class OnDisplay(Case):
+    # Under --wayland: the compositor's shell, and the size of its output.
+    SHELL = Weston.DESKTOP
+    OUTPUT = SCREEN
+
     def setUp(self):
         super().setUp()
-        self.server = XServer()
+        self.server = XServer(self.SHELL, self.OUTPUT)
         self.addCleanup(self.server.stop)
         self.park_pointer()
 
     def start(self, *arguments):
         lab = Lab(["--config", self.config, "--screenshot", self.screenshot] + list(arguments),
-                  self.server.display, self.folder)
+                  self.server, self.folder)
         self.addCleanup(self.stop, lab)
         return lab
 
@@ -281,8 +365,9 @@ class OnDisplay(Case):
         """Gives `keysym` a key code of its own before the lab starts. xdotool types a character
         that the keymap lacks by mapping it to a spare code for one press and unmapping it right
         after, so a lab that reads its X events late would find the code unmapped. Only on the
-        run's own server: a shared display's keymap is its user's."""
-        if not self.server.own:
+        run's own server: a shared display's keymap is its user's. Weston has its own keymap,
+        with the key already there (see Weston)."""
+        if not self.server.own or self.server.compositor is not None:
             return
         keymap = self.x_tool("xmodmap", "-pke")
         spare = next(line.split()[1] for line in keymap.splitlines()
@@ -326,7 +411,12 @@ class OnDisplay(Case):
     def placed_window(self, lab, size=(1000, 1000)):
         """The lab's X window, mapped, moved to PLACE and focused. The place is set rather than
         left to the window system: SDL centres a window whose place is left open, but Wine and
-        a window manager each have a say in where a centred window lands."""
+        a window manager each have a say in where a centred window lands. Under Wayland the
+        window that takes the input is Weston's output, which the lab fills (the kiosk shell)."""
+        if self.server.compositor is not None:
+            window = self.server.compositor.window
+            lab.tool("xdotool", "windowfocus", "--sync", window)
+            return window
         window = lab.tool("xdotool", "search", "--sync", "--onlyvisible", "--name",
                           "Tavrino").split()[0]
         lab.tool("xdotool", "windowmove", "--sync", window, *map(str, PLACE))
@@ -335,6 +425,21 @@ class OnDisplay(Case):
         # with the pointer.
         lab.tool("xdotool", "windowfocus", "--sync", window)
         return window
+
+    def close_window(self, lab, window, keys_to_quit):
+        """Ends the lab as its user would, and checks that it ended well. On X (and under Wine)
+        with the request to close that a window manager sends. Under Wayland no other program can
+        ask a window to close (the request comes from the compositor's own controls, and the
+        kiosk shell has none), so the lab's menu quits: `keys_to_quit` reach its Quit item from
+        the state that the case left."""
+        if self.server.compositor is None:
+            lab.tool(TOOLS.x_close, window)
+            self.assertEqual(lab.finish(), 0, lab.errors)
+            lab.wait_for(r"window Close")
+        else:
+            lab.tool("xdotool", "key", "--delay", "100", *keys_to_quit, "Return")
+            self.assertEqual(lab.finish(), 0, lab.errors)
+            lab.wait_for(r"quit chosen in the menu")
 
     def wait_geometry(self, lab, window, x, y, width, height):
         """Asks the X server until `window` is at `x`, `y` and `width` x `height`."""
@@ -424,6 +529,9 @@ class Script(OnDisplay):
 class RealInput(OnDisplay):
     """Real X input through xdotool, as a person at the keyboard would give it."""
 
+    SHELL = Weston.KIOSK
+    OUTPUT = (1000, 1000)  # the lab's window
+
     def test_keyboard_mouse_menu_text_and_close(self):
         self.bind_key("eacute")
         lab = self.start()
@@ -464,9 +572,7 @@ class RealInput(OnDisplay):
         lab.tool("xdotool", "key", "BackSpace")
         lab.wait_for(r"text input off")
 
-        lab.tool(TOOLS.x_close, window)
-        self.assertEqual(lab.finish(), 0, lab.errors)
-        lab.wait_for(r"window Close")
+        self.close_window(lab, window, ["Escape", "Up"])  # the menu opens on its first item
         self.assertEqual(png_pixel(self.screenshot, 700, 300), DIGIT2_BACKGROUND)
         self.assertEqual(png_pixel(self.screenshot, 200, 300), SQUARE)
         window = read_config(self.config)["Window"]
@@ -478,6 +584,9 @@ class RecordReplay(OnDisplay):
     """A session of real X input, recorded, then replayed on a screen of its own with no input
     but the recording: the same callbacks, line for line, and the same picture, pixel for
     pixel."""
+
+    SHELL = Weston.KIOSK
+    OUTPUT = (1000, 1000)  # the lab's window
 
     # Lines about the run rather than its input: where the picture went, and how many frames
     # were presented (a frame is skipped when the swapchain must be rebuilt, which depends on
@@ -514,7 +623,9 @@ class RecordReplay(OnDisplay):
         lab.wait_for(r"text input off")
         lab.tool("xdotool", "key", "Return")
         lab.wait_for(r"full screen on")
-        lab.wait_for(r"-- drawable 1920x1080")
+        if self.server.compositor is None:
+            # Under Wayland's kiosk shell the window already fills the output.
+            lab.wait_for(r"-- drawable 1920x1080")
         if TOOLS.wine is not None:
             # Wine makes the X window itself cover the screen (with no window manager, as on
             # Linux here, SDL leaves the X window as it was): the X server agrees before more
@@ -526,19 +637,18 @@ class RecordReplay(OnDisplay):
         lab.wait_for(r"key release Up \(priority 10, level 1\)")
         lab.tool("xdotool", "mousedown", "1")
         lab.wait_for(r"button hold Left .* x1$")
-        lab.tool(TOOLS.x_close, window)
-        self.assertEqual(lab.finish(), 0, lab.errors)
-        lab.wait_for(r"window Close")
+        self.close_window(lab, window, ["Down"])  # from "Full screen" to "Quit"
         with open(recording, encoding="utf-8") as file:
             recorded = file.read()
+        ending = "window close" if self.server.compositor is None else "key down Return"
         for line in ("key down 2", "key up W", "motion 200 300", "wheel 1", "text é",
-                     "key down Escape", "button down left", "window close"):
+                     "key down Escape", "button down left", ending):
             self.assertIn("\n" + line + "\n", recorded)
         live = self.path("live.png")
         os.replace(self.screenshot, live)
 
         # The replay: a screen of its own, the configuration the session started with.
-        self.server = XServer()
+        self.server = XServer(self.SHELL, self.OUTPUT)
         self.addCleanup(self.server.stop)
         self.write("config.toml", "")
         self.park_pointer()
@@ -549,17 +659,22 @@ class RecordReplay(OnDisplay):
 
 
 def main():
-    global TOOLS, VIDEO_DRIVER
+    global TOOLS, VIDEO_DRIVER, WAYLAND
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("--lab", required=True)
     parser.add_argument("--png-probe", required=True)
     parser.add_argument("--park-pointer", required=True)
     parser.add_argument("--x-close", required=True)
     parser.add_argument("--wine", help="runs the lab and the PNG probe, Windows programs")
+    parser.add_argument("--wayland", action="store_true",
+                        help="the lab on SDL's wayland driver, under Weston in each case's Xvfb")
     parser.add_argument("cases", nargs="*", help="test classes or Class.test_name")
     TOOLS, rest = parser.parse_known_args()
     if TOOLS.wine is not None:
         VIDEO_DRIVER = "windows"
+    if TOOLS.wayland:
+        VIDEO_DRIVER = "wayland"
+        WAYLAND = True
     argv = [sys.argv[0], "-v"] + TOOLS.cases + rest
     unittest.main(module=__name__, argv=argv)
 
