@@ -1,7 +1,10 @@
 #include "PlatformSurface.h"
 
-// vulkan_win32.h uses the Win32 types without including their header, so windows.h comes first.
+// vulkan_win32.h uses the Win32 types without including their header, so windows.h comes first:
+// its core only, without the min and max macros (which libstdc++ may have turned off already).
+#ifndef NOMINMAX
 #define NOMINMAX
+#endif
 #define WIN32_LEAN_AND_MEAN
 // clang-format off
 #include <windows.h>
