@@ -8,6 +8,12 @@
 // below). Every std::set and std::map keyed by one of them is ordered by the code: the
 // std::less specialisations at the end of this header make that the default.
 
+// Xlib's headers define None as 0L, which would turn the enumerator `Key::None` into a number.
+// Kept aside for these declarations and given back after them, so a file that includes Xlib keeps
+// its None (docs/platform-headers.md).
+#pragma push_macro("None")
+#undef None
+
 namespace Window {
 
 /// A key of the keyboard, as the layout names it (keycodes, not scancodes).
@@ -188,3 +194,5 @@ template <> struct less<Window::WindowEvent> {
 };
 
 } // namespace std
+
+#pragma pop_macro("None")

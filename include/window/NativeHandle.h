@@ -18,7 +18,8 @@ namespace Window {
 
 #if defined(_WIN32)
 
-/// The Win32 window handle (`HWND`); null when the window system did not answer.
+/// The Win32 window handle (`HWND`); null when the window system did not answer. `<windows.h>`
+/// beside these headers: \ref platform_headers.
 using NativeHandle = HWND__*;
 
 #else
@@ -39,6 +40,8 @@ enum class WindowSystem : std::uint8_t {
 /// says which member holds it, and every other member is empty. The connection is SDL's own, so
 /// a renderer draws on the server that the window is on and needs no connection of its own. It
 /// stays valid while the window lives, and belongs to SDL: never close it.
+/// `Window::Vulkan::CreateSurface` makes the surface from it, so that a renderer needs no X or
+/// Wayland header; one that includes them anyway finds how in \ref platform_headers.
 struct NativeHandle {
     /// An X11 window.
     struct X11 {

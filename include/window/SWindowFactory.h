@@ -3,6 +3,15 @@
 #include <window/IWindow.h>
 #include <zenkbase/intrudable_pointer.h>
 
+// <windows.h> makes CreateWindow a macro for CreateWindowA or CreateWindowW, which take eleven
+// arguments, so the factory's member could be neither declared nor called. Only that alias is
+// withdrawn: CreateWindowA, CreateWindowW and CreateWindowEx stay. It is not pushed and popped
+// around the declaration, because the engine's calls after this header need the name free too.
+// windows.h included after this header defines it again (docs/platform-headers.md).
+#if defined(CreateWindow)
+#undef CreateWindow
+#endif
+
 namespace Window {
 
 /// The library's hold on the window system: it starts the video subsystem when made and stops
@@ -20,6 +29,8 @@ struct SWindowFactory {
     /// `Common::ApplicationErrorException` with "Failed to read configuration key:
     /// Window/Resolution." for a malformed stored size, or "Failed to create window: ..." when the
     /// window system refuses.
+    /// A file that includes `<windows.h>` after this header withdraws its `CreateWindow` macro
+    /// before calling this: \ref platform_headers.
     virtual Zenk::IntrudablePointer<IWindow> CreateWindow() = 0;
 };
 

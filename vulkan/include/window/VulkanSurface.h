@@ -12,6 +12,8 @@
 #include <stdexcept>
 #include <string>
 
+/// The Vulkan surface helper (`window::vulkan`): a window's surface in one call, whatever window
+/// system the window is on.
 namespace Window::Vulkan {
 
 /// A surface that could not be made. `what()` names the window system, the window and the cause,
