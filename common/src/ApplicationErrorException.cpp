@@ -9,6 +9,8 @@ ApplicationErrorException::ApplicationErrorException(const std::string& message)
 // live in the window library alone and every module that catches the type compares against them.
 ApplicationErrorException::~ApplicationErrorException() = default;
 
-const char* ApplicationErrorException::what() const noexcept { return message.c_str(); }
+const char* ApplicationErrorException::what() const noexcept {
+    return message.c_str();
+}
 
 } // namespace Common
