@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Zlib
 # Sourced by ./dev: the display and end-to-end tests on SDL's wayland driver, with Weston as the
 # compositor. Weston runs as a client of Xvfb (its x11 backend), which gives it a seat: its
 # headless backend has none, and SDL cannot start without one. Input reaches the Wayland clients

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Zlib
 # Sourced by ./dev: the Windows cross build (MinGW-w64) and its run under Wine on Xvfb.
 
 # Packages of the Windows cross build (./dev windows): the compiler, Wine to run the tests, and the
@@ -211,13 +212,8 @@ windows_build_all() {
         mkdir -p "$(dirname "$x_close")"
         g++ -std=c++17 -O2 -Wall -Wextra -Wpedantic -Werror tests/e2e/XClose.cpp -lX11 -o "$x_close"
     fi
-    cmake -S . -B "$windows_build" -G Ninja -DCMAKE_TOOLCHAIN_FILE="$PWD/cmake/mingw-w64.cmake" \
-        -DWINDOW_MINGW_PREFIX="$PWD/$windows_deps/prefix" -DCMAKE_BUILD_TYPE=Debug \
-        -DWINDOW_BUILD_EXAMPLES=ON -DWINDOW_BUILD_BENCHMARKS=ON \
-        -DCMAKE_CROSSCOMPILING_EMULATOR="$wine" \
-        -DWINDOW_HOST_X_CLOSE="$x_close" \
-        -DWINDOW_IMGUI_BACKEND_DIR="$PWD/$windows_deps/prefix/share/imgui/backends" >/dev/null
-    cmake --build "$windows_build" -j "$jobs" ${1:+--target "$1"}
+    # The preset "windows" names the toolchain, the dependencies' prefix, Wine and x_close.
+    preset_build windows ${1:+--target "$1"}
     # Windows finds DLLs beside the program: SDL2, zlib and the MinGW runtime go to its bin/.
     local dll
     for dll in "$windows_deps/prefix/bin/SDL2.dll" \

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 // The collector's hot paths, each beside its floor: the same work written by hand, measured in
 // the same run. Google Benchmark runs the repetitions of all of them in random order, so the
 // floor and the library share whatever load the machine is under; the table compares medians.

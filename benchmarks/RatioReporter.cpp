@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #include "RatioReporter.h"
 
 #include <algorithm>

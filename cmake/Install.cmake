@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Zlib
 # Install rules: the libraries with their sonames, every header under one folder of the project's
 # own (include/window-<major>/), the input lab, the documents a user reads, a CMake package with
 # components and pkg-config files.

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Zlib
 # spdlog and toml++ as header-only libraries, for builds where no package of theirs can be found
 # (Debian packages them for Linux only). fmt, which spdlog formats with, is header-only as well.
 # Their headers must be reachable by the compiler's search path: the cross build of `./dev

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Zlib
 # Cross-compiles for 64-bit Windows with MinGW-w64 (Debian's g++-mingw-w64-x86-64-posix, whose
 # posix thread model gives std::thread and std::async). Used by `./dev windows`.
 set(CMAKE_SYSTEM_NAME Windows)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 // The host kit's configuration file, loaded from any bytes, then changed by one write.
 //
 // Input: one byte with the length of the key, one with the length of the text, the key, the

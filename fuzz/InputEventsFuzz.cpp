@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 // A stream of SDL events, made from the input, pushed into SDL's real queue and polled by a real
 // collector, whose ticker is fired by hand between pushes. The reactors' callbacks, chosen by the
 // input too, create and drop reactors (themselves included), replace or clear callbacks, switch

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 // The stored size text read from a user's configuration: any bytes. Reading never misbehaves,
 // and a text that reads as a size writes back to a text that reads as the same size, and which
 // is then its own written form. The first four bytes also make a size to write and read back.

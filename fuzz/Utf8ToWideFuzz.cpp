@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 // Typed text on its way to the text reactors: any bytes, checked against ICU's decoder, which
 // replaces each maximal subpart of a malformed sequence by U+FFFD as the library promises. The
 // platform's contract around the count (a too-small room fails, -1 means up to the NUL) is

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #include <common/ApplicationErrorException.h>
 
 namespace Common {

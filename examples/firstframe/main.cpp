@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 // The least an engine does to draw into the library's window and to hear its keys; the page
 // "From nothing to a frame" (docs/first-frame.md) walks through it. A test gives it FRAMES.
 

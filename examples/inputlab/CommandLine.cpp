@@ -1,6 +1,9 @@
+// SPDX-License-Identifier: Zlib
 #include "CommandLine.h"
 
 #include "PrintableText.h"
+
+#include <window/Version.h>
 
 #include <boost/program_options.hpp>
 
@@ -20,6 +23,7 @@ po::options_description Describe(const std::filesystem::path& defaultConfig) {
     // Values are taken as text and checked here, so that every message names the option and the
     // value in the same words.
     options.add_options()("help,h", "Print this help and exit.")(
+        "version", "Print the window library's version and exit.")(
         "config", po::value<std::string>()->value_name("PATH"),
         ("Configuration file (TOML); it must exist. The window's size and full-screen state "
          "are read from it and written back at exit. Without this option: " +
@@ -32,7 +36,8 @@ po::options_description Describe(const std::filesystem::path& defaultConfig) {
         "screenshot", po::value<std::string>()->value_name("PATH"),
         "At exit, write the last rendered frame to PATH as a PNG image.")(
         "script", po::value<std::string>()->value_name("PATH"),
-        "Inject the input events listed in PATH, one per line (see README.md), e.g. "
+        "Inject the input events listed in PATH, one per line (the format is in the lab's "
+        "guide, below), e.g. "
         "\"key down a\", \"motion 100 200\", \"wait 5\". While it plays, the window "
         "system's own input is held back.")(
         "record", po::value<std::string>()->value_name("PATH"),
@@ -71,7 +76,12 @@ std::string HelpText(const std::string& program, const po::options_description& 
          << "  the input script could not be read or was not understood\n"
          << "  " << static_cast<int>(ExitCode::BadConfiguration)
          << "  the configuration file is missing (when named), unreadable, corrupt or holds a bad\n"
-         << "     value; nothing was started and nothing written\n";
+         << "     value; nothing was started and nothing written\n\n"
+         << "Documents, in " << INPUTLAB_DOC_DIR << " under the installation's prefix: the\n"
+         << "library's README.md, CHANGELOG.md and LICENSE, and inputlab/README.md, the lab's "
+            "guide\n"
+         << "(the script format, the overlay, the poll rate); in the source, the top folder and\n"
+         << "examples/inputlab/README.md.\n";
     return text.str();
 }
 
@@ -123,6 +133,11 @@ LabOptions ParseCommandLine(int argc, const char* const argv[]) {
     if (values.count("help") != 0) {
         result.help = true;
         result.helpText = HelpText(argc > 0 ? argv[0] : "inputlab", options);
+        return result;
+    }
+    if (values.count("version") != 0) {
+        result.help = true;
+        result.helpText = std::string("inputlab, window library ") + WINDOW_VERSION_STRING + "\n";
         return result;
     }
     // Paths arrive as UTF-8 (on Windows through SDL's entry point), not in the ANSI code page that

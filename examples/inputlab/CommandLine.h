@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #pragma once
 
 #include <filesystem>
@@ -22,7 +23,7 @@ struct LabOptions {
     std::optional<std::filesystem::path> script;
     /// Where every input event of the run goes, as an input script that `script` replays.
     std::optional<std::filesystem::path> record;
-    /// True when `--help` was given: print `helpText` and do nothing else.
+    /// True when `--help` or `--version` was given: print `helpText` and do nothing else.
     bool help = false;
     std::string helpText;
 };

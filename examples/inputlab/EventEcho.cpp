@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #include "EventEcho.h"
 
 #include "PrintableText.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #include "GameControls.h"
 
 #include "PrintableText.h"

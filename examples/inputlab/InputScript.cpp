@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #include "InputScript.h"
 
 #include "PrintableText.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #include "Lab.h"
 
 #include "OverlayPanels.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #include "LabConfiguration.h"
 
 #include "PrintableText.h"

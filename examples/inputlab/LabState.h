@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #pragma once
 
 #include <zenkbase/two_dimensional_coordinate.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #include "MenuControls.h"
 
 #include "VocabularyNames.h"

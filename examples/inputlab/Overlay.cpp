@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #include "Overlay.h"
 
 #include "VulkanError.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #include "OverlayPanels.h"
 
 #include "MenuControls.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #include "PngFile.h"
 
 #include <png.h>

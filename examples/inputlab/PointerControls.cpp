@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #include "PointerControls.h"
 
 #include "VocabularyNames.h"

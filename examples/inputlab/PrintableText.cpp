@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #include "PrintableText.h"
 
 #include <boost/locale/utf.hpp>

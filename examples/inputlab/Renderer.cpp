@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #include "Renderer.h"
 
 #include "VulkanError.h"

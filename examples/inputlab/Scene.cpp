@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #include "Scene.h"
 
 #include <algorithm>

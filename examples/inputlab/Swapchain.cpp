@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #include "Swapchain.h"
 
 #include "VulkanError.h"

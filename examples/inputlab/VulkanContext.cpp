@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #include "VulkanContext.h"
 
 #include "VulkanError.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #include "VulkanError.h"
 
 #include <window/VulkanSurface.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #include "WalkTrace.h"
 
 #include <algorithm>

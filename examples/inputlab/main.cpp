@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 // The input lab: opens the window library's window, draws into it with Vulkan and echoes every
 // callback of the input collector as a numbered line. See README.md beside this file.
 

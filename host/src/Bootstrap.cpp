@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #include <host/Bootstrap.h>
 
 #include <stdexcept>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #include "FileReplacement.h"
 #include "TomlText.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #include <host/MessageLog.h>
 
 #include <spdlog/logger.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #include "TomlText.h"
 
 #include <bitset>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #pragma once
 
 // The one public trace of the operating system: what a renderer needs to reach the window through

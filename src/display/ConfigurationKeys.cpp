@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #include "display/ConfigurationKeys.h"
 
 #include "display/ResolutionText.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #include "display/ResolutionText.h"
 
 #include <zenkbase/split_to_numbers.h>

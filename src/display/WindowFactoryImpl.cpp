@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #include "display/WindowFactoryImpl.h"
 
 #include "display/ConfigurationKeys.h"

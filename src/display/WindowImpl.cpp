@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #include "display/WindowImpl.h"
 
 #include "display/ConfigurationKeys.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #include "input/InputCollectorImpl.h"
 
 #include "display/ConfigurationKeys.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 // Keys and modifiers: the key walk, the mode call, and the hold tick.
 
 #include "input/InputCollectorImpl.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 // Mouse buttons, the wheel and the cursor. The modal level plays no part here.
 
 #include "input/InputCollectorImpl.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 // Making reactors: each is stamped with the current modal level, handed out with one count, and
 // entered in its registry as a plain pointer that owns nothing.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 // Taking a dying reactor out of the registries. The caller knows only the id, so all six
 // registries are searched at once, one task each; no two tasks share a registry, which is why no
 // lock is needed. While a dispatch walk runs, entries are nulled instead of erased (see the class

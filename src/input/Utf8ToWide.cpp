@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #include "input/Utf8ToWide.h"
 
 #include "platform/Platform.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 // Window events and text: nobody can consume them, so every qualifying reactor is called.
 
 #include "input/InputCollectorImpl.h"

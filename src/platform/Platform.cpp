@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #include "platform/Platform.h"
 
 // The only file of the library that tests which operating system it is built for.

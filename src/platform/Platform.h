@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #pragma once
 
 // The platform layer: the only code of the library that knows which operating system it runs on.

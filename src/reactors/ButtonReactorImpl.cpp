@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #include "reactors/ButtonReactorImpl.h"
 
 #include "input/LentCallback.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #include "reactors/CursorTracerImpl.h"
 
 #include "input/LentCallback.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #include "reactors/KeyReactorImpl.h"
 
 #include "input/LentCallback.h"

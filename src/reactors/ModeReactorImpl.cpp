@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #include "reactors/ModeReactorImpl.h"
 
 #include "input/LentCallback.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #include "reactors/ReactorID.h"
 
 #include "input/InputCollectorImpl.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #include "reactors/WindowReactorImpl.h"
 
 #include "input/LentCallback.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 // An engine with services of its own uses the library alone: it finds the package without the
 // host kit, links the library, and catches the library's exception by type across its boundary.
 // Exits 0 when the collector, asked for before any factory, refuses as documented.

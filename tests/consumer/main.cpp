@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 // An engine in a few lines: the host kit stands the library up, a window opens, a key reactor is
 // registered, and a key pressed through SDL's queue must reach it. Exits 0 when it did.
 //   consumer CONFIG_FILE

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #include "platform/Platform.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #include "display/ResolutionText.h"
 
 #include "ForeignLocale.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #include "WindowProbe.h"
 
 #include "platform/Platform.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #pragma once
 
 // What the window tests need to look at an SDL window from outside the library: the SDL window

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #include "FakeConfigFile.h"
 #include "RecordingMessageLog.h"
 #include "ScopedInstance.h"

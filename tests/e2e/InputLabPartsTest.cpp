@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 // Unit tests of the input lab's parts that need no display. The end-to-end test drives the real
 // program; these catch faults in the parts it is built from.
 
@@ -11,6 +12,7 @@
 #include "WalkTrace.h"
 
 #include <host/InputRecorder.h>
+#include <window/Version.h>
 
 #include <gtest/gtest.h>
 
@@ -78,8 +80,14 @@ TEST(CommandLineTest, EveryOptionIsTakenAndDescribed) {
 
     const LabOptions help = Parse({"--help"});
     ASSERT_TRUE(help.help);
-    for (const char* option : {"--config", "--log", "--frames", "--screenshot", "--script"})
+    for (const char* option : {"--config", "--log", "--frames", "--screenshot", "--script",
+                               "--version", "share/doc/window", "inputlab/README.md"})
         EXPECT_NE(help.helpText.find(option), std::string::npos) << option;
+
+    const LabOptions version = Parse({"--version"});
+    ASSERT_TRUE(version.help);
+    EXPECT_EQ(version.helpText,
+              std::string("inputlab, window library ") + WINDOW_VERSION_STRING + "\n");
 }
 
 struct BadCommandLine {

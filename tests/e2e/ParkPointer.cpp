@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 // Puts the pointer at a place of the screen, with no button held, before an end-to-end case
 // starts its program:
 //   park_pointer X Y

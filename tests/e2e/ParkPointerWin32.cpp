@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 // Under Wine the pointer has two keepers, the X server and Wine's own server, and Wine learns of
 // X pointer motion and buttons only over its own windows. A pointer parked with X alone, over no
 // window of Wine's, stays where Wine last saw it, and a later move back to that place is then no

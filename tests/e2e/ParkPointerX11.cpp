@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 // Moves the X pointer to a place of the screen; the test asks the X server when it is there, and
 // lets go of the buttons itself (with xdotool: XTEST is not needed here for anything else).
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 // Reads a PNG file for the end-to-end test:
 //   png_probe FILE          prints "WIDTH HEIGHT"
 //   png_probe FILE X Y      prints "R G B" of the pixel at column X, row Y

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 // Asks an X window to close, as a window manager's close button does: a WM_DELETE_WINDOW client
 // message. The program decides what to do with it; nothing is destroyed by force.
 //   x_close WINDOW_ID

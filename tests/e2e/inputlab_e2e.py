@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: Zlib
 """End-to-end test of the input lab: the real program, a real X server, real input.
 
 Each case starts the lab under an X server of its own (a private Xvfb when the Xvfb program is

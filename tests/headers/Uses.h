@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 // What an engine's file does with each public header once the platform's headers are there too.
 // A generated unit includes this last, after defining NAMES_OF_<its header's path as an
 // identifier>, and gets only its own header's part. The functions are inline so that they are

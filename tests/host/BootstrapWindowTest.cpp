@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 // A real window, stood up by the bootstrap with the library's own entry points, saving its state
 // through the host kit's configuration file. Needs a window system with a Vulkan driver.
 #include "ForeignLocale.h"

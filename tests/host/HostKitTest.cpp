@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 // The host kit's services, each on its own (files in a folder of the test case, a clock moved by
 // hand), and the bootstrap that stands them up with the window library.
 #include "ForeignLocale.h"

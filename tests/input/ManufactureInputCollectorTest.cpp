@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 // Each test runs in a process of its own: the manufacture rule counts calls per process.
 
 #include <common/ApplicationErrorException.h>

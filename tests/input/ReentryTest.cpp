@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 // Callbacks that create and drop reactors, themselves included, while walks run over the same
 // registries. Run under AddressSanitizer, any use of a dead iterator, vector or function fails
 // the run; the test itself checks that no dropped reactor is ever called again.

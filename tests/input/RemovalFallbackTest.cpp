@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 // A reactor that dies when no worker thread can be started still leaves every registry.
 
 #include "CollectorFixture.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #pragma once
 
 // Forbidding a process to start threads, so that the paths taken when a worker thread cannot

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #include "ThreadLimit.h"
 
 namespace ThreadLimit {

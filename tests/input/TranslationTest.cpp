@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #include "input/Translation.h"
 
 #include <gtest/gtest.h>

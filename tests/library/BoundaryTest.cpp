@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 // A host that sees the library only through libwindow.so: the exceptions must be caught by their
 // types across the module boundary, which fails when their type information is not shared.
 // Runs with SDL's dummy video driver: no window is needed to reach these failures.

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Zlib
 # What an engine can reach in the Windows DLL: the names of its export table, read with objdump
 # and demangled, must be the two manufacture functions and what catching the library's exception
 # by type needs. A host catches Zenk::MissingInstance by its type's name, which MinGW compares as

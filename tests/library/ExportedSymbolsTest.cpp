@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 // What an engine can reach in libwindow.so: the two manufacture functions by name, and the
 // library's two exception types by type. Anything more of ours is a leak of the implementation.
 

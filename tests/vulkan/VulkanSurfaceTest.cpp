@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 // The one-call surface on the library's real window: the surface presents, and every way it can
 // fail is named in its message.
 #include "FakeConfigFile.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 // Holds Wine's desktop for a whole test session:
 //   desktop_keeper
 // prints "ready" once the desktop window exists, then waits until it is killed.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #include <zenkbase/intrudable_pointer.h>
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #pragma once
 
 // What the portable part of the surface helper shares with the one file per platform that knows

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #include "PlatformSurface.h"
 
 #include <window/VulkanSurface.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #include "PlatformSurface.h"
 
 // Xlib names its window type `Window`, which would collide with the library's namespace; in this

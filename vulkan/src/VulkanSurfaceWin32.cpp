@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #include "PlatformSurface.h"
 
 // vulkan_win32.h uses the Win32 types without including their header, so windows.h comes first:

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #include <zenkbase/split_to_numbers.h>
 
 #include <boost/algorithm/string/classification.hpp>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #include <zenkbase/singleton.h>
 
 namespace Zenk::Detail {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #pragma once
 
 // The window library is built with hidden visibility. What a host must reach by name (the two

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #pragma once
 
 // The Vulkan surface of a window in one call, on every window system the library runs on. A

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Zlib
 #pragma once
 
 // zenkbase is built with hidden visibility; only what other modules import is marked.
