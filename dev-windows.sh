@@ -243,6 +243,43 @@ windows_skipped() {
 windows() {
     windows_build_all
     on_wine_display ctest "${ctest_options[@]}" -E "$(windows_skipped)"
+    windows_consumer
+}
+
+# windows_consumer: the Windows build installed into a prefix laid out like /usr and used by a
+# MinGW project as a Windows engine would (tests/consumer): found through CMAKE_PREFIX_PATH, the
+# library alone with the host kit's packages unfindable, then with the components host and
+# vulkan; each program run under Wine.
+windows_consumer() {
+    local work=$PWD/build/windows-consumer
+    local prefix=$work/root/usr
+    rm -rf "$work"
+    mkdir -p "$work"
+    cmake --install "$windows_build" --prefix "$prefix" >/dev/null
+    consumer_checks_install "$prefix"
+    local common=(-G Ninja -DCMAKE_TOOLCHAIN_FILE="$PWD/cmake/mingw-w64.cmake"
+        -DWINDOW_MINGW_PREFIX="$PWD/$windows_deps/prefix" -DCMAKE_PREFIX_PATH="$prefix"
+        -DCMAKE_BUILD_TYPE=Release --no-warn-unused-cli)
+    echo "dev: windows consumer: find_package(window CONFIG) alone, without the host kit's packages"
+    cmake -S tests/consumer -B "$work/core" "${common[@]}" -DCMAKE_DISABLE_FIND_PACKAGE_spdlog=ON \
+        -DCMAKE_DISABLE_FIND_PACKAGE_tomlplusplus=ON -DCMAKE_DISABLE_FIND_PACKAGE_SDL2=ON \
+        -DCMAKE_DISABLE_FIND_PACKAGE_Vulkan=ON >/dev/null
+    cmake --build "$work/core" >/dev/null
+    echo "dev: windows consumer: find_package(window CONFIG COMPONENTS host vulkan)"
+    cmake -S tests/consumer -B "$work/package" "${common[@]}" \
+        "-DWINDOW_CONSUMER_COMPONENTS=host;vulkan" >/dev/null
+    cmake --build "$work/package" >/dev/null
+    # Windows finds DLLs beside the program: the installed library's, SDL's and the runtime's.
+    local dll folder
+    for folder in "$work/core" "$work/package"; do
+        for dll in "$prefix"/bin/*.dll "$windows_build"/bin/SDL2.dll \
+            "$windows_build"/bin/lib{stdc++-6,gcc_s_seh-1,winpthread-1}.dll; do
+            cp "$dll" "$folder/"
+        done
+    done
+    windows_build=$work on_wine_display bash -c "SDL_VIDEODRIVER=dummy $wine core/core_consumer.exe &&
+        SDL_VIDEODRIVER=windows $wine package/consumer.exe package.toml &&
+        cd package && SDL_VIDEODRIVER=windows $wine first_frame.exe 3"
 }
 
 # windows_demo [inputlab options]: the Windows build of the input lab under Wine. Nobody can

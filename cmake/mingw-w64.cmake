@@ -22,6 +22,12 @@ set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 # Boost's headers: searched like the sysroot.
 # Its include folder is also on every compiler's default path, as /usr/include is on Linux: a
 # header-only library that a public header includes (Boost) is found without being named.
+# A project that uses an installed Windows build of the library names its prefix as any CMake
+# project does, in CMAKE_PREFIX_PATH: searched like the sysroot as well, since packages are found
+# only below the roots.
+if(CMAKE_PREFIX_PATH)
+    list(APPEND CMAKE_FIND_ROOT_PATH ${CMAKE_PREFIX_PATH})
+endif()
 if(WINDOW_MINGW_PREFIX)
     list(APPEND CMAKE_FIND_ROOT_PATH ${WINDOW_MINGW_PREFIX})
     set(CMAKE_C_STANDARD_INCLUDE_DIRECTORIES ${WINDOW_MINGW_PREFIX}/include)
