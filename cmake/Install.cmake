@@ -16,7 +16,8 @@ set(destinations
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
 
-install(TARGETS zenkbase window window_common_headers EXPORT windowTargets ${destinations})
+install(TARGETS zenkbase window window_common_headers window_configuration EXPORT windowTargets
+        ${destinations})
 install(EXPORT windowTargets NAMESPACE window:: DESTINATION ${WINDOW_CMAKE_DIR})
 install(DIRECTORY
         ${PROJECT_SOURCE_DIR}/include/window

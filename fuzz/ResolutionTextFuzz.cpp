@@ -5,7 +5,7 @@
 // Every input runs twice: under the classic locale, and under a global locale that groups digits
 // in threes with "." (the cast then reads and writes separators, another path through it).
 
-#include "display/ResolutionText.h"
+#include <window/Configuration.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -30,17 +30,17 @@ struct DotGrouping : std::numpunct<char> {
 };
 
 void CheckWrittenForm(const Window::Resolution& size) {
-    const std::string written = Window::ResolutionToText(size);
-    const auto reread = Window::ResolutionFromText(written);
+    const std::string written = Window::Configuration::ResolutionToText(size);
+    const auto reread = Window::Configuration::ResolutionFromText(written);
     if (!reread || *reread != size)
         Fail("the written form does not read back as the same size", written);
-    if (Window::ResolutionToText(*reread) != written)
+    if (Window::Configuration::ResolutionToText(*reread) != written)
         Fail("the written form is not stable", written);
 }
 
 void Check(const std::uint8_t* data, std::size_t size) {
     const std::string text(reinterpret_cast<const char*>(data), size);
-    if (const auto read = Window::ResolutionFromText(text))
+    if (const auto read = Window::Configuration::ResolutionFromText(text))
         CheckWrittenForm(*read);
     if (size >= 4) {
         CheckWrittenForm(Window::Resolution{static_cast<unsigned short>(data[0] << 8U | data[1]),

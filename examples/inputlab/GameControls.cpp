@@ -65,7 +65,7 @@ void GameControls::MakeEchoLayer() {
         const auto id =
             context.walks.Register("key", KeyName(key), "echo layer", EchoPriority, level);
         const auto echo = [this, key, id](const char* action) {
-            return [this, key, id, action](Modes held) {
+            return [this, key, id, action](const Modes& held) {
                 context.walks.Called(id, action, false);
                 context.echo.Callback(EventEcho::KeyText(action, key, EchoPriority, level, held));
                 return false;
@@ -80,13 +80,13 @@ void GameControls::MakeEchoLayer() {
 void GameControls::Command(Key key, const std::string& owner, std::function<void()> action) {
     auto reactor = context.collector.CreateKeyReactor(key, GamePriority);
     const auto id = context.walks.Register("key", KeyName(key), owner, GamePriority, level);
-    reactor->SetPressCallback([this, key, id, action = std::move(action)](Modes held) {
+    reactor->SetPressCallback([this, key, id, action = std::move(action)](const Modes& held) {
         context.walks.Called(id, "press", true);
         context.echo.Callback(EventEcho::KeyText("press", key, GamePriority, level, held));
         action();
         return true;
     });
-    reactor->SetReleaseCallback([this, key, id](Modes held) {
+    reactor->SetReleaseCallback([this, key, id](const Modes& held) {
         context.walks.Called(id, "release", true);
         context.echo.Callback(EventEcho::KeyText("release", key, GamePriority, level, held));
         return true;
@@ -122,7 +122,7 @@ void GameControls::MakeCommandKeys() {
     auto backspace = context.collector.CreateKeyReactor(Key::Backspace, GamePriority);
     const auto id = context.walks.Register("key", KeyName(Key::Backspace), "game: edit text",
                                            GamePriority, level);
-    backspace->SetPressCallback([this, id](Modes held) {
+    backspace->SetPressCallback([this, id](const Modes& held) {
         context.walks.Called(id, "press", context.state.textInput);
         if (!context.state.textInput)
             return false; // an ordinary key now: leave it to the echo layer
@@ -134,7 +134,7 @@ void GameControls::MakeCommandKeys() {
             context.state.typed.pop_back();
         return true;
     });
-    backspace->SetReleaseCallback([this, id](Modes held) {
+    backspace->SetReleaseCallback([this, id](const Modes& held) {
         context.walks.Called(id, "release", context.state.textInput);
         if (!context.state.textInput)
             return false;
@@ -154,18 +154,18 @@ void GameControls::MakeCellKeys() {
         const auto id =
             context.walks.Register("key", KeyName(key), "game: cell", GamePriority, level);
         // These do not consume, so the echo layer hears the press and release too.
-        reactor->SetPressCallback([this, key, id, subject](Modes held) {
+        reactor->SetPressCallback([this, key, id, subject](const Modes& held) {
             context.walks.Called(id, "press", false);
             context.echo.EndHold(subject);
             context.echo.Callback(EventEcho::KeyText("press", key, GamePriority, level, held));
             return false;
         });
-        reactor->SetHoldCallback([this, key, cell, subject](Modes held) {
+        reactor->SetHoldCallback([this, key, cell, subject](const Modes& held) {
             StampHold(context.state, cell);
             context.echo.Hold(subject, EventEcho::KeyText("hold", key, GamePriority, level, held));
             return false;
         });
-        reactor->SetReleaseCallback([this, key, id, subject](Modes held) {
+        reactor->SetReleaseCallback([this, key, id, subject](const Modes& held) {
             context.walks.Called(id, "release", false);
             context.echo.EndHold(subject);
             context.echo.Callback(EventEcho::KeyText("release", key, GamePriority, level, held));

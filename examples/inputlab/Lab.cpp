@@ -5,6 +5,7 @@
 #include "Scene.h"
 
 #include <algorithm>
+#include <cmath>
 #include <thread>
 
 namespace InputLab {
@@ -155,7 +156,7 @@ void Lab::ShowRates(Clock::time_point now) {
         return;
     const double seconds = std::chrono::duration<double>(elapsed).count();
     const auto rate = [seconds](unsigned long long count) {
-        return std::to_string(static_cast<long long>(count / seconds + 0.5));
+        return std::to_string(std::llround(static_cast<double>(count) / seconds));
     };
     window->SetTitleSuffix(rate(ticks - ticksAtLastShow) + " ticks/s, " +
                            rate(framesDrawn - framesAtLastShow) + " frames/s" +

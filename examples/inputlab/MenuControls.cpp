@@ -34,13 +34,13 @@ void MenuControls::MakeKey(Window::Key key, const char* owner, std::function<voi
     auto reactor = context.collector.CreateKeyReactor(key, MenuPriority);
     const auto id = context.walks.Register("key", KeyName(key), owner, MenuPriority, level);
     reactor->SetPressCallback(
-        [this, key, id, action = std::move(action)](std::set<Window::Mode> held) {
+        [this, key, id, action = std::move(action)](const std::set<Window::Mode>& held) {
             context.walks.Called(id, "press", true);
             context.echo.Callback(EventEcho::KeyText("press", key, MenuPriority, level, held));
             action();
             return true;
         });
-    reactor->SetReleaseCallback([this, key, id](std::set<Window::Mode> held) {
+    reactor->SetReleaseCallback([this, key, id](const std::set<Window::Mode>& held) {
         context.walks.Called(id, "release", true);
         context.echo.Callback(EventEcho::KeyText("release", key, MenuPriority, level, held));
         return true;

@@ -20,12 +20,13 @@ PointerControls::PointerControls(LabContext context) : context(context) {
 void PointerControls::MakeTracer() {
     tracer = context.collector.CreateCursorTracer(Priority);
     // Called from QueryInputEvents itself, once per motion event, not on the ticker's beat.
-    tracer->SetCallback([this](Zenk::two_dimensional_coordinate<short> position, Modes held) {
-        context.echo.Callback(EventEcho::CursorText(position.x, position.y, Priority, held));
-        context.state.cursor = position;
-        context.state.cursorSeen = true;
-        return false;
-    });
+    tracer->SetCallback(
+        [this](Zenk::two_dimensional_coordinate<short> position, const Modes& held) {
+            context.echo.Callback(EventEcho::CursorText(position.x, position.y, Priority, held));
+            context.state.cursor = position;
+            context.state.cursorSeen = true;
+            return false;
+        });
 }
 
 void PointerControls::MakeButton(Button button, Cell cell) {
@@ -33,23 +34,24 @@ void PointerControls::MakeButton(Button button, Cell cell) {
     auto reactor = context.collector.CreateButtonReactor(button, Priority);
     const auto id = context.walks.Register("button", ButtonName(button), "pointer: cell", Priority,
                                            std::nullopt);
-    reactor->SetPressCallback([this, button, id, subject](unsigned int number, Modes held) {
+    reactor->SetPressCallback([this, button, id, subject](unsigned int number, const Modes& held) {
         context.walks.Called(id, "press", false);
         context.echo.EndHold(subject);
         context.echo.Callback(EventEcho::ButtonText("press", button, Priority, number, held));
         return false;
     });
-    reactor->SetHoldCallback([this, button, cell, subject](unsigned int number, Modes held) {
+    reactor->SetHoldCallback([this, button, cell, subject](unsigned int number, const Modes& held) {
         StampHold(context.state, cell);
         context.echo.Hold(subject, EventEcho::ButtonText("hold", button, Priority, number, held));
         return false;
     });
-    reactor->SetReleaseCallback([this, button, id, subject](unsigned int number, Modes held) {
-        context.walks.Called(id, "release", false);
-        context.echo.EndHold(subject);
-        context.echo.Callback(EventEcho::ButtonText("release", button, Priority, number, held));
-        return false;
-    });
+    reactor->SetReleaseCallback(
+        [this, button, id, subject](unsigned int number, const Modes& held) {
+            context.walks.Called(id, "release", false);
+            context.echo.EndHold(subject);
+            context.echo.Callback(EventEcho::ButtonText("release", button, Priority, number, held));
+            return false;
+        });
     buttons.push_back(std::move(reactor));
 }
 
@@ -58,7 +60,7 @@ void PointerControls::MakeWheel(Button direction) {
     const auto id = context.walks.Register("button", ButtonName(direction), "pointer: glow",
                                            Priority, std::nullopt);
     // A wheel event is a pulse: only the press callback is ever called.
-    reactor->SetPressCallback([this, direction, id](unsigned int number, Modes held) {
+    reactor->SetPressCallback([this, direction, id](unsigned int number, const Modes& held) {
         context.walks.Called(id, "pulse", false); // a pulse is never held
         context.echo.Callback(EventEcho::ButtonText("press", direction, Priority, number, held));
         context.state.lastWheel = context.state.now;

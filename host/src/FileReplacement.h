@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Zlib
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <stdexcept>
 #include <string>
@@ -8,6 +9,12 @@
 /// How the configuration file is replaced on disk without ever being half-written: a temporary
 /// file beside it, flushed, then renamed over it, with writers of every process taking turns.
 namespace Host {
+
+namespace Detail {
+/// The system's handle of the open lock file, as wide as the widest of them: a descriptor where
+/// files are descriptors, a HANDLE on Windows, without the system's headers in every includer.
+using LockHandle = std::intptr_t;
+} // namespace Detail
 
 /// The error of a write to the configuration file `shown`, with the reason after its name.
 std::runtime_error WriteFailure(const std::filesystem::path& shown, const std::string& reason);
@@ -34,11 +41,7 @@ public:
     WriteLock& operator=(const WriteLock&) = delete;
 
 private:
-#if defined(_WIN32)
-    void* handle = nullptr; // a HANDLE, without <windows.h> in every includer
-#else
-    int descriptor = -1;
-#endif
+    Detail::LockHandle lock;
 };
 
 /// Removes the temporary files ("<file>.tmp.XXXXXX") that writers killed mid-write left beside

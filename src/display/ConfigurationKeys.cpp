@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Zlib
 #include "display/ConfigurationKeys.h"
 
-#include "display/ResolutionText.h"
+#include <window/Configuration.h>
 
 // The keys are built while the library loads. Their two text defaults come from
 // `ResolutionToText`, a function that uses no namespace-scope object of its own, so calling it
@@ -10,12 +10,14 @@
 
 namespace Window {
 
-const ConfigurationKey<int> PollRateKey{"Window/Input/PollRate", 60};
-const ConfigurationKey<std::string> ResolutionKey{"Window/Resolution",
-                                                  ResolutionToText({1000, 1000})};
-const ConfigurationKey<int> FullScreenKey{"Window/FullScreen", 0};
-const ConfigurationKey<std::string> LookSensitivityKey{"Mouse/LookSensitivity",
-                                                       ResolutionToText({2500, 2500})};
-const ConfigurationKey<int> InvertedVerticalKey{"Mouse/InvertedVertical", 0};
+using namespace Configuration;
+
+const ConfigurationKey<std::string> ResolutionKey{Configuration::ResolutionKey,
+                                                  ResolutionToText(DefaultResolution)};
+const ConfigurationKey<int> FullScreenKey{Configuration::FullScreenKey, DefaultFullScreen};
+const ConfigurationKey<std::string> LookSensitivityKey{Configuration::LookSensitivityKey,
+                                                       ResolutionToText(DefaultLookSensitivity)};
+const ConfigurationKey<int> InvertedVerticalKey{Configuration::InvertedVerticalKey,
+                                                DefaultInvertedVertical};
 
 } // namespace Window

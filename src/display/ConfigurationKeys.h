@@ -5,15 +5,14 @@
 
 namespace Window {
 
-/// A configuration key: a path-like name and the value used when the file has none.
-/// All keys are constants built while the library loads, before any exported function runs.
+/// A configuration key: a path-like name and the value used when the file has none, as the
+/// library's code reads them. All keys are constants built while the library loads, before any
+/// exported function runs, from the contract in <window/Configuration.h>.
 template <class Value> struct ConfigurationKey {
     std::string name;
     Value fallback;
 };
 
-/// "Window/Input/PollRate", 60: ticks per second of the input collector, read once.
-extern const ConfigurationKey<int> PollRateKey;
 /// "Window/Resolution", "{1000,1000}": the window size, read at creation, written at the end.
 extern const ConfigurationKey<std::string> ResolutionKey;
 /// "Window/FullScreen", 0: above 0 means full screen; written back as "1" or "0".

@@ -2,11 +2,11 @@
 #include "display/WindowFactoryImpl.h"
 
 #include "display/ConfigurationKeys.h"
-#include "display/ResolutionText.h"
 #include "display/WindowImpl.h"
 
 #include <common/ApplicationErrorException.h>
 #include <common/SConfigFile.h>
+#include <window/Configuration.h>
 #include <window/Manufacture.h>
 #include <zenkbase/singleton.h>
 
@@ -52,7 +52,7 @@ WindowFactoryImpl::~WindowFactoryImpl() {
 Zenk::IntrudablePointer<IWindow> WindowFactoryImpl::CreateWindow() {
     const std::string text =
         configFile.Instance()->ReadText(ResolutionKey.name, ResolutionKey.fallback);
-    std::optional<Resolution> resolution = ResolutionFromText(text);
+    std::optional<Resolution> resolution = Configuration::ResolutionFromText(text);
     if (!resolution)
         throw Common::ApplicationErrorException(
             "Failed to read configuration key: " + ResolutionKey.name + ".");

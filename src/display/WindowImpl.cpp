@@ -2,12 +2,12 @@
 #include "display/WindowImpl.h"
 
 #include "display/ConfigurationKeys.h"
-#include "display/ResolutionText.h"
 #include "platform/Platform.h"
 
 #include <common/ApplicationErrorException.h>
 #include <common/SConfigFile.h>
 #include <common/SMessageLog.h>
+#include <window/Configuration.h>
 #include <zenkbase/singleton.h>
 
 #include <SDL.h>
@@ -87,7 +87,9 @@ WindowImpl::~WindowImpl() {
     const Resolution saved = CurrentSize();
     window.reset();
 
-    SkipOnFailure([&] { ConfigFile().WriteText(ResolutionKey.name, ResolutionToText(saved)); });
+    SkipOnFailure([&] {
+        ConfigFile().WriteText(ResolutionKey.name, Configuration::ResolutionToText(saved));
+    });
     SkipOnFailure([this] { ConfigFile().WriteText(FullScreenKey.name, fullScreen ? "1" : "0"); });
 }
 

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Zlib
 #include "input/InputCollectorImpl.h"
 
-#include "display/ConfigurationKeys.h"
 #include "input/Translation.h"
 
 #include <common/ApplicationErrorException.h>
 #include <common/SConfigFile.h>
 #include <common/SFrameUtility.h>
+#include <window/Configuration.h>
 #include <window/Manufacture.h>
 #include <zenkbase/singleton.h>
 
@@ -17,8 +17,6 @@ namespace {
 
 // Counts calls of ManufactureInputCollector, failed ones included; never lowered.
 std::int32_t instanceCount = 0;
-
-constexpr int maximumPollRate = 1000000; // one tick per microsecond: the finest period there is
 
 // Views of the services that make the ticker, built while the library loads; each use looks the
 // instance up anew, and, borrowed, they leave the instance storage alone when the library unloads.
@@ -38,24 +36,15 @@ SInputCollector* ManufactureInputCollector() {
     return new InputCollectorImpl();
 }
 
-unsigned long long InputCollectorImpl::TickPeriod(int pollRate) noexcept {
-    // A rate of zero or below means nothing; the default rate serves, as if the key were absent.
-    // A rate above one per microsecond cannot be expressed; the fastest ticker serves.
-    if (pollRate <= 0)
-        pollRate = PollRateKey.fallback;
-    else if (pollRate > maximumPollRate)
-        pollRate = maximumPollRate;
-    return 1000000ULL / static_cast<unsigned long long>(pollRate);
-}
-
 void InputCollectorImpl::QueryInputEvents() {
     if (!ticker) {
         Common::SFrameUtility* frames = frameUtility.Instance();
-        const int pollRate =
-            configFile.Instance()->ReadInteger(PollRateKey.name, PollRateKey.fallback);
+        const int pollRate = configFile.Instance()->ReadInteger(Configuration::PollRateKey,
+                                                                Configuration::DefaultPollRate);
         // Stored before it gets its callback: should that fail, the next call finds the ticker
-        // in place and makes no second one.
-        ticker = frames->MakeTicker(TickPeriod(pollRate));
+        // in place and makes no second one. A rate of zero or below means nothing, and the
+        // default serves; one above a tick per microsecond, the fastest ticker.
+        ticker = frames->MakeTicker(Configuration::TickPeriod(pollRate));
         ticker->SetTickCallback([this](unsigned long long) { Tick(); });
     }
 

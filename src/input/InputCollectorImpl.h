@@ -73,9 +73,6 @@ public:
     /// on the calling thread. Cannot fail; used when a removal task cannot be started.
     void RemoveReactorInPlace(long long id) noexcept;
 
-    /// The ticker's period in microseconds for a configured poll rate (ticks per second).
-    static unsigned long long TickPeriod(int pollRate) noexcept;
-
     /// One tick: the four drains in their fixed order, then the hold tick.
     void Tick();
 

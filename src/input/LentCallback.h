@@ -28,7 +28,9 @@ namespace Window {
 template <class Function> class LentCallback {
 public:
     explicit LentCallback(Function& slot) : slot(slot), function(std::move(slot)) {
-        slot.~Function(); // the moved-from state holds nothing, so this frees nothing
+        // Not a use after the move: the moved-from state holds nothing, so this frees nothing,
+        // and its storage takes the stand-in.
+        slot.~Function(); // NOLINT(bugprone-use-after-move)
         try {
             ::new (&slot) Function(StandIn{this}); // one pointer: stored in place in practice
         } catch (...) {

@@ -2,7 +2,8 @@
 #pragma once
 
 // The platform layer: the only code of the library that knows which operating system it runs on.
-// Everything else calls these functions and stays portable.
+// Everything else calls these functions and stays portable. PlatformUnix.cpp or PlatformWin32.cpp
+// defines them, whichever CMake picks for the system; neither tests which system it is.
 
 #include <window/NativeHandle.h>
 

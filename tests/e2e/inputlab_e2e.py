@@ -38,6 +38,10 @@ import unittest
 TOOLS = None  # the paths given on the command line
 
 WAIT = 20  # seconds for anything the lab should do promptly; no case relies on it for timing
+# Seconds for a whole run to end. A scripted run counts frames, and a frame takes what a loaded
+# machine gives it (software Vulkan, and under Wayland a software compositor too): the bound only
+# turns a lab that never ends into a failure, so it is generous.
+WAIT_END = 90
 
 VIDEO_DRIVER = "x11"  # SDL's; named, so that a lost X connection fails as such
 WAYLAND = False  # --wayland
@@ -201,7 +205,7 @@ class Lab:
                                          (pattern, "\n".join(self.lines)))
                 self.changed.wait(min(left, 0.5))
 
-    def finish(self, timeout=WAIT):
+    def finish(self, timeout=WAIT_END):
         """Waits for the end; returns the exit code."""
         try:
             code = self.process.wait(timeout=timeout)

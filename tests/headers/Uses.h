@@ -5,6 +5,14 @@
 // compiled, names looked up and calls resolved, but never emitted or run: a platform macro that
 // rewrites one of these names fails the unit, wherever the header itself survived.
 
+#if defined(NAMES_OF_window_Configuration_h)
+#define NAMES_USED
+inline bool Readable(const std::string& text) {
+    return Window::Configuration::ResolutionFromText(text).has_value() &&
+           Window::Configuration::TickPeriod(Window::Configuration::DefaultPollRate) > 0;
+}
+#endif
+
 #if defined(NAMES_OF_window_IWindow_h)
 #define NAMES_USED
 inline Window::NativeHandle HandleOf(Window::IWindow& window) {

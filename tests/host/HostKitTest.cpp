@@ -385,7 +385,7 @@ class BootstrapTest : public FolderTest {
 protected:
     /// The message of the failure, after checking that the storage is as it was.
     std::string FailureOf() {
-        const std::string message = Outcome([this] { Host::Bootstrap(settings, library); });
+        std::string message = Outcome([this] { Host::Bootstrap(settings, library); });
         EXPECT_EQ(Registered(), "0");
         return message;
     }

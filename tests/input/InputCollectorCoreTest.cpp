@@ -2,6 +2,7 @@
 #include "CollectorFixture.h"
 
 #include <common/ApplicationErrorException.h>
+#include <window/Configuration.h>
 
 #include <stdexcept>
 #include <vector>
@@ -26,7 +27,7 @@ void PrintTo(const RateRow& row, std::ostream* out) {
 class TickPeriod : public ::testing::TestWithParam<RateRow> {};
 
 TEST_P(TickPeriod, FollowsThePollRate) {
-    EXPECT_EQ(InputCollectorImpl::TickPeriod(GetParam().pollRate), GetParam().period);
+    EXPECT_EQ(Window::Configuration::TickPeriod(GetParam().pollRate), GetParam().period);
 }
 
 // Out-of-range rates: zero or below serves the default rate, above a million the fastest.

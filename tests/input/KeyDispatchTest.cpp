@@ -134,7 +134,7 @@ TEST_F(KeyDispatch, AKeyPressTravelsFromTheQueueToItsReactor) {
         modes.clear(); // a callback's copy is its own
         return false;
     });
-    a->SetHoldCallback([&](std::set<Mode> modes) {
+    a->SetHoldCallback([&](const std::set<Mode>& modes) {
         log.push_back("a hold " + std::to_string(modes.size()));
         return false;
     });

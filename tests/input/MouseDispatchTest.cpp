@@ -17,7 +17,7 @@ TEST_F(MouseDispatch, PressHoldReleaseAllGetOne) {
     collector->PushModalLevel();
     collector->PushModalLevel();
     const auto record = [&](const char* what) {
-        return [&log, what](unsigned int number, std::set<Mode> modes) {
+        return [&log, what](unsigned int number, const std::set<Mode>& modes) {
             log.push_back(std::string(what) + std::to_string(number) + "/" +
                           std::to_string(modes.size()));
             return false;

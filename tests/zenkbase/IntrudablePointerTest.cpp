@@ -51,8 +51,8 @@ TEST(IntrudablePointer, MovingEmptiesTheSourceAndTakesNoCount) {
     bool destroyed = false;
     Zenk::IntrudablePointer<Both> source(new Both(notices, destroyed));
     Zenk::IntrudablePointer<IFirst> target(std::move(source));
-    EXPECT_FALSE(source);
-    source.Reset(); // releasing an empty handle does nothing
+    EXPECT_FALSE(source); // NOLINT(bugprone-use-after-move): the moved-from state is the subject
+    source.Reset();       // releasing an empty handle does nothing
     EXPECT_TRUE(notices.empty());
     target = Zenk::IntrudablePointer<IFirst>();
     EXPECT_TRUE(destroyed);

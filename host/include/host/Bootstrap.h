@@ -90,7 +90,11 @@ public:
     /// the log and the configuration file. Main thread.
     ~Bootstrap();
 
-    Bootstrap(const Bootstrap&) = delete;
+    /// Not copied and not moved. The deleted copy takes a non-const reference on purpose: a
+    /// `const Bootstrap&` one would compete, for g++, with the settings for `Bootstrap
+    /// host({path})` with a path variable (through the explicit constructor, the braces could also
+    /// make a Bootstrap to copy from), and the engine's most natural first line would not compile.
+    Bootstrap(Bootstrap&) = delete;
     Bootstrap& operator=(const Bootstrap&) = delete;
 
     /// The configuration file, registered as `Common::Config::SConfigFile`; owned by the

@@ -21,7 +21,9 @@ public:
 
     /// Takes the instance out, unless somebody already replaced it with another, which then
     /// stays.
-    ~InstanceRegistration() {
+    ~InstanceRegistration() { // NOLINT(bugprone-exception-escape)
+        // Instance() cannot throw here: it runs only after Exists() found the instance, on the
+        // one thread that may touch the storage.
         const Zenk::Singleton<Interface> view;
         if (view.Exists() && view.Instance() == instance)
             Zenk::UnregisterInstance<Interface>();

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: Zlib
-#include "display/ResolutionText.h"
-
+#include <window/Configuration.h>
 #include <zenkbase/split_to_numbers.h>
 
 #include <boost/lexical_cast.hpp>
 #include <boost/lexical_cast/try_lexical_convert.hpp>
 
-namespace Window {
+namespace Window::Configuration {
 namespace {
 
 /// Boost 1.74 multiplies a byte's digit value before it checks that the byte is a digit, in
@@ -42,4 +41,4 @@ std::optional<Resolution> ResolutionFromText(const std::string& text) {
     }
 }
 
-} // namespace Window
+} // namespace Window::Configuration

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Zlib
-#include "display/ResolutionText.h"
-
 #include "ForeignLocale.h"
 #include "display/ConfigurationKeys.h"
+
+#include <window/Configuration.h>
 
 #include <gtest/gtest.h>
 
@@ -28,9 +28,9 @@ void PrintTo(const TextRow& row, std::ostream* out) {
 class ResolutionTextTest : public ::testing::TestWithParam<TextRow> {};
 
 void ExpectReadAndWrittenBack(const TextRow& row) {
-    EXPECT_EQ(Window::ResolutionFromText(row.text), row.expected);
+    EXPECT_EQ(Window::Configuration::ResolutionFromText(row.text), row.expected);
     if (row.written) {
-        EXPECT_EQ(Window::ResolutionToText(*row.expected), row.text);
+        EXPECT_EQ(Window::Configuration::ResolutionToText(*row.expected), row.text);
     }
 }
 
