@@ -2,11 +2,11 @@
 // Keys and modifiers: the key walk, the mode call, and the hold tick.
 
 #include "input/InputCollectorImpl.h"
-#include "input/LentCallback.h"
 #include "input/PriorityWalk.h"
 #include "input/Translation.h"
 #include "reactors/ButtonReactorImpl.h"
 #include "reactors/KeyReactorImpl.h"
+#include "reactors/LentCallback.h"
 #include "reactors/ModeReactorImpl.h"
 
 namespace Window {

@@ -2,11 +2,11 @@
 // Mouse buttons, the wheel and the cursor. The modal level plays no part here.
 
 #include "input/InputCollectorImpl.h"
-#include "input/LentCallback.h"
 #include "input/PriorityWalk.h"
 #include "input/Translation.h"
 #include "reactors/ButtonReactorImpl.h"
 #include "reactors/CursorTracerImpl.h"
+#include "reactors/LentCallback.h"
 
 namespace Window {
 namespace {

@@ -2,9 +2,9 @@
 // Window events and text: nobody can consume them, so every qualifying reactor is called.
 
 #include "input/InputCollectorImpl.h"
-#include "input/LentCallback.h"
 #include "input/Translation.h"
 #include "input/Utf8ToWide.h"
+#include "reactors/LentCallback.h"
 #include "reactors/TextReactorImpl.h"
 #include "reactors/WindowReactorImpl.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Zlib
 #include "reactors/ModeReactorImpl.h"
 
-#include "input/LentCallback.h"
+#include "reactors/LentCallback.h"
 
 namespace Window {
 namespace {

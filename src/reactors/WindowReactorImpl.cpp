@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Zlib
 #include "reactors/WindowReactorImpl.h"
 
-#include "input/LentCallback.h"
+#include "reactors/LentCallback.h"
 
 namespace Window {
 namespace {

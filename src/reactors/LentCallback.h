@@ -5,6 +5,10 @@
 #include <new>
 #include <utility>
 
+// The re-entry protocol lives with the reactors, whose callback fields it lends: the collector's
+// dispatch reaches it here, as it reaches the reactors themselves, and a reactor needs nothing
+// from the collector's folder but the removal that its destructor asks for.
+
 namespace Window {
 
 /// One call of a reactor's callback, made safe against whatever the callback does meanwhile:
