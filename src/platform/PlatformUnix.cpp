@@ -1,15 +1,7 @@
 // SPDX-License-Identifier: Zlib
 #include "platform/Platform.h"
-#include "platform/SdlVersion.h"
 #include "platform/Utf8Decoder.h"
-
-#include <SDL.h>
-// Xlib names its window type `Window`, which would collide with this library's namespace; inside
-// this file the X type is called X11Window instead. Only C functions take it, so nothing changes
-// at link time.
-#define Window X11Window
-#include <SDL_syswm.h>
-#undef Window
+#include "platform/WindowInfo.h"
 
 #include <cstddef>
 #include <cstring>
@@ -21,12 +13,9 @@
 namespace Window::Platform {
 
 NativeHandle NativeHandleOf(SDL_Window* window) noexcept {
-    SDL_SysWMinfo info{};
-    info.version = builtAgainst;
-    // SDL refuses for a window it does not know and for a window system it cannot describe; the
-    // empty handle then tells the renderer that there is no surface to make.
-    if (SDL_GetWindowWMInfo(window, &info) != SDL_TRUE)
-        return {};
+    SDL_SysWMinfo info;
+    if (!DescribeWindow(window, info))
+        return {}; // no surface to make
     NativeHandle handle;
     switch (info.subsystem) {
     case SDL_SYSWM_X11:

@@ -1,16 +1,6 @@
 // SPDX-License-Identifier: Zlib
 #include "platform/Platform.h"
-#include "platform/SdlVersion.h"
-
-// SDL_syswm.h includes windows.h: without its min and max macros, and only its core.
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
-#ifndef WIN32_LEAN_AND_MEAN
-#define WIN32_LEAN_AND_MEAN
-#endif
-#include <SDL.h>
-#include <SDL_syswm.h>
+#include "platform/WindowInfo.h"
 
 #include <windows.h>
 
@@ -20,12 +10,9 @@
 namespace Window::Platform {
 
 NativeHandle NativeHandleOf(SDL_Window* window) noexcept {
-    SDL_SysWMinfo info{};
-    info.version = builtAgainst;
-    // SDL refuses for a window it does not know and for a window system it cannot describe; the
-    // empty handle then tells the renderer that there is no surface to make.
-    if (SDL_GetWindowWMInfo(window, &info) != SDL_TRUE)
-        return {};
+    SDL_SysWMinfo info;
+    if (!DescribeWindow(window, info))
+        return {}; // no surface to make
     return info.info.win.window;
 }
 

@@ -46,11 +46,10 @@ std::string ResultName(VkResult result) {
 
 VkSurfaceKHR CreateSurface(VkInstance instance, IWindow& window,
                            const VkAllocationCallbacks* allocator) {
-    const NativeHandle handle = window.GetNativeHandle();
     if (instance == VK_NULL_HANDLE)
         Detail::Fail("a window", "there is no Vulkan instance (VK_NULL_HANDLE)",
                      VK_ERROR_INITIALIZATION_FAILED);
-    return Detail::CreatePlatformSurface(instance, handle, allocator);
+    return Detail::CreatePlatformSurface(instance, window.GetNativeHandle(), allocator);
 }
 
 namespace Detail {
