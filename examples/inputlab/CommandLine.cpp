@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Zlib
 #include "CommandLine.h"
 
-#include "PrintableText.h"
-
+#include <host/PrintableText.h>
 #include <window/Version.h>
 
 #include <boost/program_options.hpp>
@@ -27,7 +26,7 @@ po::options_description Describe(const std::filesystem::path& defaultConfig) {
         "config", po::value<std::string>()->value_name("PATH"),
         ("Configuration file (TOML); it must exist. The window's size and full-screen state "
          "are read from it and written back at exit. Without this option: " +
-         Printable(defaultConfig.string()) + ", created at the first exit")
+         Host::Printable(defaultConfig.string()) + ", created at the first exit")
             .c_str())("log", po::value<std::string>()->value_name("PATH"),
                       "Also append the message log to this file.")(
         "frames", po::value<std::string>()->value_name("N"),
@@ -36,8 +35,8 @@ po::options_description Describe(const std::filesystem::path& defaultConfig) {
         "screenshot", po::value<std::string>()->value_name("PATH"),
         "At exit, write the last rendered frame to PATH as a PNG image.")(
         "script", po::value<std::string>()->value_name("PATH"),
-        "Inject the input events listed in PATH, one per line (the format is in the lab's "
-        "guide, below), e.g. "
+        "Inject the input events listed in PATH, one per line (the format is in the host "
+        "kit's header host/InputScript.h, which the lab's guide below names), e.g. "
         "\"key down a\", \"motion 100 200\", \"wait 5\". While it plays, the window "
         "system's own input is held back.")(
         "record", po::value<std::string>()->value_name("PATH"),
@@ -55,13 +54,13 @@ unsigned long long ParseFrames(const std::string& text) {
     if (error != std::errc() || stop != end || frames == 0)
         throw CommandLineError("--frames needs a whole number of frames from 1 to " +
                                std::to_string(std::numeric_limits<unsigned long long>::max()) +
-                               ", not " + Quoted(text));
+                               ", not " + Host::Quoted(text));
     return frames;
 }
 
 std::string HelpText(const std::string& program, const po::options_description& options) {
     std::ostringstream text;
-    text << "Usage: " << Printable(program) << " [options]\n\n"
+    text << "Usage: " << Host::Printable(program) << " [options]\n\n"
          << "Opens the library's window, draws with Vulkan and prints one numbered line for every\n"
          << "callback the library makes. Keys: 1-3 background colour, Escape menu, Return full\n"
          << "screen, F3 window size, F2 text input (Backspace on an empty line ends it), W A S D\n"
@@ -80,8 +79,8 @@ std::string HelpText(const std::string& program, const po::options_description& 
          << "Documents, in " << INPUTLAB_DOC_DIR << " under the installation's prefix: the\n"
          << "library's README.md, CHANGELOG.md and LICENSE, and inputlab/README.md, the lab's "
             "guide\n"
-         << "(the script format, the overlay, the poll rate); in the source, the top folder and\n"
-         << "examples/inputlab/README.md.\n";
+         << "(scripts and recording, the overlay, the poll rate); in the source, the top folder\n"
+         << "and examples/inputlab/README.md.\n";
     return text.str();
 }
 
@@ -121,8 +120,8 @@ LabOptions ParseCommandLine(int argc, const char* const argv[]) {
         const auto unknown = po::collect_unrecognized(parsed.options, po::include_positional);
         if (!unknown.empty())
             throw CommandLineError((unknown.front().rfind('-', 0) == 0
-                                        ? "unrecognised option " + Quoted(unknown.front())
-                                        : "unexpected argument " + Quoted(unknown.front())) +
+                                        ? "unrecognised option " + Host::Quoted(unknown.front())
+                                        : "unexpected argument " + Host::Quoted(unknown.front())) +
                                    " (see --help)");
         po::store(parsed, values);
         po::notify(values);

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Zlib
 #include "EventEcho.h"
 
-#include "PrintableText.h"
 #include "VocabularyNames.h"
+
+#include <host/PrintableText.h>
 
 #include <boost/locale/encoding_utf.hpp>
 
@@ -14,11 +15,11 @@ namespace InputLab {
 // bytes in them would steer the terminal, so every line is escaped on its way out.
 
 void EventEcho::Callback(const std::string& text) {
-    Print('#' + std::to_string(++count) + ' ' + Printable(text));
+    Print('#' + std::to_string(++count) + ' ' + Host::Printable(text));
 }
 
 void EventEcho::Note(const std::string& text) {
-    Print("-- " + Printable(text));
+    Print("-- " + Host::Printable(text));
 }
 
 void EventEcho::Print(std::string line) {
@@ -65,7 +66,7 @@ std::string EventEcho::CursorText(short x, short y, unsigned short priority,
 }
 
 std::string EventEcho::TextText(const std::wstring& text, unsigned char level) {
-    std::string line = "text \"" + Printable(ToUtf8(text)) + "\"";
+    std::string line = "text \"" + Host::Printable(ToUtf8(text)) + "\"";
     // Code points make visible what the library decoded, whatever the terminal shows.
     const std::u32string points = boost::locale::conv::utf_to_utf<char32_t>(text);
     for (const char32_t point : points) {

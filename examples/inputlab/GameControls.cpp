@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Zlib
 #include "GameControls.h"
 
-#include "PrintableText.h"
 #include "VocabularyNames.h"
+
+#include <host/PrintableText.h>
 
 #include <algorithm>
 #include <array>
@@ -203,7 +204,7 @@ void GameControls::MakeText() {
     text->SetCallback([this](const std::wstring& typed) {
         context.echo.Callback(EventEcho::TextText(typed, level));
         context.state.typed += typed;
-        context.log.LogInfo("Typed: " + Printable(ToUtf8(typed)));
+        context.log.LogInfo("Typed: " + Host::Printable(ToUtf8(typed)));
     });
 }
 
@@ -224,7 +225,7 @@ void GameControls::NextWindowSize() {
 void GameControls::StopTextInput() {
     context.collector.StopTextInput();
     context.state.textInput = false;
-    context.log.LogInfo("Typed line: " + Printable(ToUtf8(context.state.typed)));
+    context.log.LogInfo("Typed line: " + Host::Printable(ToUtf8(context.state.typed)));
     context.echo.Note("text input off");
 }
 

@@ -23,7 +23,7 @@ std::string SizeText(Window::Resolution size) {
 } // namespace
 
 Lab::Lab(Host::Bootstrap& host, const LabOptions& options, const LabSettings& settings,
-         std::optional<InputScript> script, std::ostream& console)
+         std::optional<Host::InputScript> script, std::ostream& console)
     : host(host)
     , options(options)
     , script(std::move(script))

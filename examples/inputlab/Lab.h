@@ -4,7 +4,6 @@
 #include "CommandLine.h"
 #include "EventEcho.h"
 #include "GameControls.h"
-#include "InputScript.h"
 #include "LabConfiguration.h"
 #include "LabState.h"
 #include "MenuControls.h"
@@ -15,6 +14,7 @@
 #include <common/ITicker.h>
 #include <host/Bootstrap.h>
 #include <host/InputRecorder.h>
+#include <host/InputScript.h>
 #include <window/IWindow.h>
 
 #include <atomic>
@@ -36,7 +36,7 @@ public:
     /// the host started, and makes the renderer and the reactors. Engine main thread.
     /// Throws what the library, the host and the renderer throw.
     Lab(Host::Bootstrap& host, const LabOptions& options, const LabSettings& settings,
-        std::optional<InputScript> script, std::ostream& console);
+        std::optional<Host::InputScript> script, std::ostream& console);
     ~Lab();
 
     Lab(const Lab&) = delete;
@@ -59,7 +59,7 @@ private:
 
     Host::Bootstrap& host;
     LabOptions options;
-    std::optional<InputScript> script;
+    std::optional<Host::InputScript> script;
     bool followsFrames;
     LabState state;
     EventEcho echo;

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: Zlib
 #include "LabConfiguration.h"
 
-#include "PrintableText.h"
-
 #include <host/ConfigFile.h>
+#include <host/PrintableText.h>
 #include <window/Configuration.h>
 
 namespace InputLab {
@@ -13,7 +12,7 @@ namespace {
 using namespace Window::Configuration;
 
 std::string Named(const std::filesystem::path& path) {
-    return '"' + Printable(path.string()) + '"';
+    return '"' + Host::Printable(path.string()) + '"';
 }
 
 } // namespace
@@ -31,7 +30,7 @@ LabSettings LoadConfiguration(const std::filesystem::path& path, bool named) {
         const std::string resolution = config.ReadText(ResolutionKey, defaultResolution);
         if (!ResolutionFromText(resolution))
             throw ConfigurationError(std::string("Configuration key \"") + ResolutionKey +
-                                     "\" in " + Named(path) + " holds " + Quoted(resolution) +
+                                     "\" in " + Named(path) + " holds " + Host::Quoted(resolution) +
                                      ", which is not a size such as \"" + defaultResolution +
                                      "\" (two whole numbers from 0 to 65535)");
         settings.fullScreen = config.ReadInteger(FullScreenKey, DefaultFullScreen) > 0;

@@ -3,12 +3,12 @@
 // callback of the input collector as a numbered line. See README.md beside this file.
 
 #include "CommandLine.h"
-#include "InputScript.h"
 #include "Lab.h"
 #include "LabConfiguration.h"
-#include "PrintableText.h"
 
 #include <host/Bootstrap.h>
+#include <host/InputScript.h>
+#include <host/PrintableText.h>
 #include <zenkbase/missing_instance.h>
 
 // On Windows SDL's own entry point (SDL2main) runs first and calls this main with the command
@@ -34,7 +34,7 @@ extern "C" void Interrupt(int) {
 /// Prints the message of a failure, its control bytes escaped (it may quote a file or an
 /// argument), and gives the exit code of its kind.
 int Fail(const std::string& message, InputLab::ExitCode code) {
-    std::cerr << "inputlab: " << InputLab::Printable(message) << '\n';
+    std::cerr << "inputlab: " << Host::Printable(message) << '\n';
     return static_cast<int>(code);
 }
 
@@ -55,13 +55,13 @@ int main(int argc, char* argv[]) {
         std::cout << options.helpText;
         return 0;
     }
-    std::optional<InputScript> script;
+    std::optional<Host::InputScript> script;
     LabSettings settings;
     try {
         if (options.script)
-            script = InputScript::Load(*options.script);
+            script = Host::InputScript::Load(*options.script);
         settings = LoadConfiguration(options.configPath, options.configNamed);
-    } catch (const ScriptError& error) {
+    } catch (const Host::InputScriptError& error) {
         return Fail(error.what(), ExitCode::BadScript);
     } catch (const ConfigurationError& error) {
         return Fail(error.what(), ExitCode::BadConfiguration);

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Zlib
+#include "ScriptWords.h"
+
 #include <host/InputRecorder.h>
 
 #include <SDL.h>
@@ -6,36 +8,6 @@
 #include <stdexcept>
 
 namespace Host {
-
-namespace {
-
-std::optional<std::string> ButtonName(Uint8 button) {
-    switch (button) {
-    case SDL_BUTTON_LEFT:
-        return "left";
-    case SDL_BUTTON_MIDDLE:
-        return "middle";
-    case SDL_BUTTON_RIGHT:
-        return "right";
-    default:
-        return std::nullopt;
-    }
-}
-
-std::optional<std::string> WindowLine(Uint8 event) {
-    switch (event) {
-    case SDL_WINDOWEVENT_CLOSE:
-        return "window close";
-    case SDL_WINDOWEVENT_MINIMIZED:
-        return "window minimize";
-    case SDL_WINDOWEVENT_MAXIMIZED:
-        return "window maximize";
-    default:
-        return std::nullopt;
-    }
-}
-
-} // namespace
 
 InputRecorder::InputRecorder(const std::filesystem::path& path)
     : path(path)
@@ -69,32 +41,39 @@ std::optional<std::string> InputRecorder::ScriptLine(const SDL_Event& event) {
         const std::string name = SDL_GetKeyName(event.key.keysym.sym);
         if (event.key.repeat != 0 || name.empty())
             return std::nullopt;
-        return std::string(event.type == SDL_KEYDOWN ? "key down " : "key up ") + name;
+        return ScriptWords::Line(
+            {ScriptWords::keyVerb, ScriptWords::Direction(event.type == SDL_KEYDOWN), name});
     }
     case SDL_MOUSEMOTION:
-        return "motion " + std::to_string(event.motion.x) + ' ' + std::to_string(event.motion.y);
+        return ScriptWords::Line({ScriptWords::motionVerb, std::to_string(event.motion.x),
+                                  std::to_string(event.motion.y)});
     case SDL_MOUSEBUTTONDOWN:
     case SDL_MOUSEBUTTONUP: {
-        const auto name = ButtonName(event.button.button);
+        const auto name = ScriptWords::ButtonWord(event.button.button);
         if (!name)
             return std::nullopt;
-        return std::string(event.type == SDL_MOUSEBUTTONDOWN ? "button down " : "button up ") +
-               *name;
+        return ScriptWords::Line({ScriptWords::buttonVerb,
+                                  ScriptWords::Direction(event.type == SDL_MOUSEBUTTONDOWN),
+                                  *name});
     }
     case SDL_MOUSEWHEEL:
         // As the library reads it: the raw steps, whatever the direction setting.
         if (event.wheel.y == 0)
             return std::nullopt;
-        return "wheel " + std::to_string(event.wheel.y);
+        return ScriptWords::Line({ScriptWords::wheelVerb, std::to_string(event.wheel.y)});
     case SDL_TEXTINPUT: {
         // A line ends at a line break, so text holding one cannot be written as a line.
         const std::string text = event.text.text;
         if (text.empty() || text.find_first_of("\r\n") != std::string::npos)
             return std::nullopt;
-        return "text " + text;
+        return ScriptWords::Line({ScriptWords::textVerb, text});
     }
-    case SDL_WINDOWEVENT:
-        return WindowLine(event.window.event);
+    case SDL_WINDOWEVENT: {
+        const auto name = ScriptWords::WindowWord(event.window.event);
+        if (!name)
+            return std::nullopt;
+        return ScriptWords::Line({ScriptWords::windowVerb, *name});
+    }
     default:
         return std::nullopt;
     }
@@ -109,7 +88,8 @@ int InputRecorder::Watch(void* recorder, SDL_Event* event) {
 void InputRecorder::Write(const std::string& line) {
     const std::lock_guard<std::mutex> guard(lock);
     if (frame > writtenFrame) {
-        file << "wait " << frame - writtenFrame << '\n';
+        file << ScriptWords::Line({ScriptWords::waitVerb, std::to_string(frame - writtenFrame)})
+             << '\n';
         writtenFrame = frame;
     }
     // Flushed line by line, so that a session that crashes leaves its input up to the crash.

@@ -129,6 +129,22 @@ inline void Record(Host::InputRecorder& recorder) {
 }
 #endif
 
+#if defined(NAMES_OF_host_InputScript_h)
+#define NAMES_USED
+inline unsigned long long Replay(std::istream& input) {
+    Host::InputScript script = Host::InputScript::Parse(input, "session.txt");
+    script.InjectDue(0);
+    return script.Length() + script.Entries().front().event.button;
+}
+#endif
+
+#if defined(NAMES_OF_host_PrintableText_h)
+#define NAMES_USED
+inline std::string Shown(const std::string& text) {
+    return Host::IsUtf8(text) ? Host::Printable(text, 80) : Host::Quoted(text);
+}
+#endif
+
 #if defined(NAMES_OF_host_InstanceRegistration_h)
 #define NAMES_USED
 struct Service {};

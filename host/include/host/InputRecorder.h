@@ -12,9 +12,9 @@ union SDL_Event;
 namespace Host {
 
 /// Records every input event that reaches SDL's queue, with the frame whose poll takes it, as an
-/// input script: the text format that the input lab's `--script` replays (its README gives the
-/// grammar). An engine that records a session in which an input bug shows can replay it in a
-/// test, event for event and frame for frame, when its frame utility follows the frames
+/// input script: the text format that `Host::InputScript` reads and replays, whose reference
+/// gives the grammar. An engine that records a session in which an input bug shows can replay it
+/// in a test, event for event and frame for frame, when its frame utility follows the frames
 /// (`BootstrapSettings::framePace`) in both runs.
 ///
 /// Events are seen as SDL queues them, through an event watch: nothing is taken away from the

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Zlib
-#include "PrintableText.h"
+#include <host/PrintableText.h>
 
 #include <boost/locale/utf.hpp>
 
 #include <cstdio>
 
-namespace InputLab {
+namespace Host {
 
 namespace {
 
@@ -69,4 +69,4 @@ bool IsUtf8(std::string_view text) {
     return true;
 }
 
-} // namespace InputLab
+} // namespace Host

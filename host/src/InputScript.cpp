@@ -1,14 +1,17 @@
 // SPDX-License-Identifier: Zlib
-#include "InputScript.h"
+#include "ScriptWords.h"
 
-#include "PrintableText.h"
+#include <host/InputScript.h>
+#include <host/PrintableText.h>
+
+#include <SDL.h>
 
 #include <algorithm>
 #include <charconv>
 #include <fstream>
 #include <limits>
 
-namespace InputLab {
+namespace Host {
 
 namespace {
 
@@ -61,19 +64,18 @@ void ExpectEnd(const std::string& rest) {
         throw std::invalid_argument("unexpected " + Quoted(Trim(rest)) + " at the end");
 }
 
-bool TakeDirection(std::string& rest, const char* what) {
+bool TakeDirection(std::string& rest, std::string_view what) {
     const std::string word = TakeWord(rest);
-    if (word == "down")
-        return true;
-    if (word == "up")
-        return false;
-    throw std::invalid_argument(std::string(what) + " needs \"down\" or \"up\", found " +
+    if (const auto isDown = ScriptWords::IsDown(word))
+        return *isDown;
+    throw std::invalid_argument(std::string(what) + " needs \"" + std::string(ScriptWords::down) +
+                                "\" or \"" + std::string(ScriptWords::up) + "\", found " +
                                 Quoted(word));
 }
 
 ScriptEvent ParseKey(std::string rest) {
     ScriptEvent event;
-    event.kind = TakeDirection(rest, "key") ? Kind::KeyDown : Kind::KeyUp;
+    event.kind = TakeDirection(rest, ScriptWords::keyVerb) ? Kind::KeyDown : Kind::KeyUp;
     const std::string name = Trim(rest);
     if (name.empty())
         throw std::invalid_argument("key needs a key name, such as a, 2, Escape or Left Shift");
@@ -83,35 +85,31 @@ ScriptEvent ParseKey(std::string rest) {
     return event;
 }
 
+/// The line's last word, as `Find` (a lookup of ScriptWords) reads it; `what` and `choices` name
+/// it and what it may be in the message.
+template <class Find>
+auto TakeLastWord(std::string& rest, const char* what, Find find, std::string (*choices)()) {
+    const std::string word = TakeWord(rest);
+    ExpectEnd(rest);
+    const auto found = find(word);
+    if (!found)
+        throw std::invalid_argument("unknown " + std::string(what) + " " + Quoted(word) + " (" +
+                                    choices() + ")");
+    return *found;
+}
+
 ScriptEvent ParseButton(std::string rest) {
     ScriptEvent event;
-    event.kind = TakeDirection(rest, "button") ? Kind::ButtonDown : Kind::ButtonUp;
-    const std::string name = TakeWord(rest);
-    ExpectEnd(rest);
-    if (name == "left")
-        event.button = SDL_BUTTON_LEFT;
-    else if (name == "right")
-        event.button = SDL_BUTTON_RIGHT;
-    else if (name == "middle")
-        event.button = SDL_BUTTON_MIDDLE;
-    else
-        throw std::invalid_argument("unknown button " + Quoted(name) + " (left, right or middle)");
+    event.kind = TakeDirection(rest, ScriptWords::buttonVerb) ? Kind::ButtonDown : Kind::ButtonUp;
+    event.button =
+        TakeLastWord(rest, "button", ScriptWords::ButtonNumber, ScriptWords::ButtonChoices);
     return event;
 }
 
 ScriptEvent ParseWindow(std::string rest) {
-    const std::string what = TakeWord(rest);
-    ExpectEnd(rest);
     ScriptEvent event;
-    if (what == "close")
-        event.kind = Kind::WindowClose;
-    else if (what == "minimize")
-        event.kind = Kind::WindowMinimize;
-    else if (what == "maximize")
-        event.kind = Kind::WindowMaximize;
-    else
-        throw std::invalid_argument("unknown window event " + Quoted(what) +
-                                    " (close, minimize or maximize)");
+    event.kind =
+        TakeLastWord(rest, "window event", ScriptWords::WindowKind, ScriptWords::WindowChoices);
     return event;
 }
 
@@ -177,7 +175,7 @@ struct Injecting {
 InputScript InputScript::Load(const std::filesystem::path& path) {
     std::ifstream file(path, std::ios::binary);
     if (!file)
-        throw ScriptError("Cannot read input script \"" + Printable(path.string()) + "\"");
+        throw InputScriptError("Cannot read input script \"" + Printable(path.string()) + "\"");
     return Parse(file, path.string());
 }
 
@@ -199,7 +197,7 @@ InputScript InputScript::Parse(std::istream& input, const std::string& name) {
             std::string rest = line;
             const std::string verb = TakeWord(rest);
             ScriptEvent event;
-            if (verb == "wait") {
+            if (verb == ScriptWords::waitVerb) {
                 const auto frames = TakeNumber(rest, "a number of frames", 0ULL, lastFrame);
                 ExpectEnd(rest);
                 if (frames > lastFrame - frame)
@@ -209,37 +207,37 @@ InputScript InputScript::Parse(std::istream& input, const std::string& name) {
                 frame += frames;
                 continue;
             }
-            if (verb == "key") {
+            if (verb == ScriptWords::keyVerb) {
                 event = ParseKey(rest);
-            } else if (verb == "motion") {
+            } else if (verb == ScriptWords::motionVerb) {
                 event.kind = Kind::Motion;
                 event.x = TakeField<decltype(SDL_MouseMotionEvent::x)>(rest, "an x coordinate");
                 event.y = TakeField<decltype(SDL_MouseMotionEvent::y)>(rest, "a y coordinate");
                 ExpectEnd(rest);
-            } else if (verb == "button") {
+            } else if (verb == ScriptWords::buttonVerb) {
                 event = ParseButton(rest);
-            } else if (verb == "wheel") {
+            } else if (verb == ScriptWords::wheelVerb) {
                 event.kind = Kind::Wheel;
                 event.y = TakeField<decltype(SDL_MouseWheelEvent::y)>(rest, "a number of steps");
                 ExpectEnd(rest);
                 if (event.y == 0)
                     throw std::invalid_argument("wheel needs a number of steps other than 0");
-            } else if (verb == "text") {
+            } else if (verb == ScriptWords::textVerb) {
                 event = ParseText(rest);
-            } else if (verb == "window") {
+            } else if (verb == ScriptWords::windowVerb) {
                 event = ParseWindow(rest);
             } else {
-                throw std::invalid_argument("unknown event " + Quoted(verb) +
-                                            " (key, motion, button, wheel, text, window, wait)");
+                throw std::invalid_argument("unknown event " + Quoted(verb) + " (" +
+                                            ScriptWords::Verbs() + ")");
             }
             script.entries.push_back({frame, lineNumber, event});
         } catch (const std::invalid_argument& problem) {
-            throw ScriptError("Input script \"" + Printable(name) + "\", line " +
-                              std::to_string(lineNumber) + ": " + problem.what());
+            throw InputScriptError("Input script \"" + Printable(name) + "\", line " +
+                                   std::to_string(lineNumber) + ": " + problem.what());
         }
     }
     if (input.bad())
-        throw ScriptError("Cannot read input script \"" + Printable(name) + "\"");
+        throw InputScriptError("Cannot read input script \"" + Printable(name) + "\"");
     script.length = script.entries.empty() ? 0 : script.entries.back().frame + 1;
     return script;
 }
@@ -306,12 +304,10 @@ SDL_Event InputScript::ToSdlEvent(const ScriptEvent& source, int cursorX, int cu
     case Kind::WindowMinimize:
     case Kind::WindowMaximize:
         event.type = SDL_WINDOWEVENT;
-        event.window.event = source.kind == Kind::WindowClose      ? SDL_WINDOWEVENT_CLOSE
-                             : source.kind == Kind::WindowMinimize ? SDL_WINDOWEVENT_MINIMIZED
-                                                                   : SDL_WINDOWEVENT_MAXIMIZED;
+        event.window.event = ScriptWords::WindowEvent(source.kind);
         break;
     }
     return event;
 }
 
-} // namespace InputLab
+} // namespace Host
