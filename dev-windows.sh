@@ -4,10 +4,11 @@
 # Packages of the Windows cross build (./dev windows): the compiler, Wine to run the tests, and the
 # sources or headers of what the library, the input lab and the tests use; for the windows under
 # Wine an X server, a window manager, the Vulkan driver that Wine's Vulkan passes on to, and what
-# the end-to-end test drives the lab with.
+# the end-to-end test drives the lab with. libclang-rt-14-dev ships FuzzedDataProvider.h, one
+# portable header that the fuzz harnesses' replay (label fuzz-replay) compiles with MinGW too.
 windows_packages=(
     cmake ninja-build g++-mingw-w64-x86-64-posix wine64 wine
-    libboost-dev libspdlog-dev libfmt-dev libtomlplusplus-dev googletest
+    libboost-dev libspdlog-dev libfmt-dev libtomlplusplus-dev googletest libclang-rt-14-dev
     libz-mingw-w64-dev libvulkan-dev libstb-dev g++ libx11-dev
     xvfb xauth x11-utils x11-xserver-utils twm xdotool python3 libvulkan1 mesa-vulkan-drivers
 )

@@ -5,13 +5,14 @@
 // Run with SDL_VIDEODRIVER=dummy (./dev bench does). Extra arguments go to Google Benchmark.
 
 #include "CollectorProbe.h"
+#include "InputServices.h"
 #include "RatioReporter.h"
+#include "SdlEvents.h"
 #include "input/InputCollectorImpl.h"
 
 #include <SDL.h>
 #include <benchmark/benchmark.h>
 
-#include <InputServices.h>
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
@@ -79,13 +80,6 @@ void Sampled(benchmark::State& state, int samples, Setup&& setup, Work&& work, i
     state.SetIterationTime(std::chrono::duration<double>(*middle).count() * samples);
 }
 
-SDL_Event KeyEvent(Uint32 type, SDL_Keycode sym) {
-    SDL_Event event{};
-    event.type = type;
-    event.key.keysym.sym = sym;
-    return event;
-}
-
 // Samples per iteration: many for the paths of a few hundred nanoseconds, few for the others.
 constexpr int fastSamples = 31;
 constexpr int slowSamples = 11;
@@ -94,7 +88,7 @@ constexpr int slowSamples = 11;
 constexpr int pollBatch = 1000;
 
 void PushKeys() {
-    SDL_Event event = KeyEvent(SDL_KEYDOWN, SDLK_a);
+    SDL_Event event = SdlEvents::MakeKey(SDL_KEYDOWN, SDLK_a);
     for (int i = 0; i < pollBatch; ++i)
         SDL_PushEvent(&event);
 }
@@ -173,7 +167,7 @@ void PressLibrary(benchmark::State& state, int reactors, bool shift) {
         handles.back()->SetHoldCallback(Pass);
     }
     probe.heldModes() = Held(shift);
-    const SDL_Event press = KeyEvent(SDL_KEYDOWN, SDLK_a);
+    const SDL_Event press = SdlEvents::MakeKey(SDL_KEYDOWN, SDLK_a);
     for (auto _ : state) {
         Sampled(
             state, fastSamples,

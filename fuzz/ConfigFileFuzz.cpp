@@ -24,6 +24,7 @@
 #include <limits>
 #include <map>
 #include <memory>
+#include <random>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -32,16 +33,24 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// A folder of this process's own, removed when the process ends normally.
+/// A folder of this process's own, removed when the process ends normally. Its name is drawn at
+/// random until it is one that did not exist: the same harness may run in several processes at
+/// once (ctest replays each input in a process of its own, in parallel).
 class ScratchFolder {
 public:
     ScratchFolder() {
-        std::string pattern = (fs::temp_directory_path() / "config_file_fuzz.XXXXXX").string();
-        if (::mkdtemp(pattern.data()) == nullptr) {
-            std::perror("config_file: mkdtemp");
+        std::random_device random;
+        for (int attempt = 0; attempt < 100 && folder.empty(); ++attempt) {
+            const fs::path candidate =
+                fs::temp_directory_path() / ("config_file_fuzz." + std::to_string(random()));
+            if (fs::create_directory(candidate))
+                folder = candidate;
+        }
+        if (folder.empty()) {
+            std::fprintf(stderr, "config_file: no scratch folder could be made in %s\n",
+                         fs::temp_directory_path().string().c_str());
             std::abort();
         }
-        folder = pattern;
     }
     ~ScratchFolder() {
         std::error_code ignored;
@@ -78,7 +87,10 @@ void CollectKeys(const toml::table& table, const std::string& prefix,
         const std::string part(name.str());
         if (part.empty() || part.find('/') != std::string::npos)
             continue;
-        const std::string key = prefix.empty() ? part : prefix + "/" + part;
+        std::string key = prefix;
+        if (!key.empty())
+            key += '/';
+        key += part;
         if (const auto* inner = node.as_table())
             CollectKeys(*inner, key, keys);
         else
@@ -130,9 +142,14 @@ void ExpectSameReadings(const std::map<std::string, std::string>& before,
         if (key == skip)
             continue;
         const auto found = after.find(key);
-        if (found == after.end() || found->second != reading)
-            Fail(std::string(when) + ": key \"" + key + "\" read\n" + reading + "\nand now\n" +
-                 (found == after.end() ? std::string("nothing") : found->second));
+        if (found != after.end() && found->second == reading)
+            continue;
+        std::string message(when);
+        message += ": key \"" + key + "\" read\n";
+        message += reading;
+        message += "\nand now\n";
+        message += found == after.end() ? std::string("nothing") : found->second;
+        Fail(message);
     }
 }
 

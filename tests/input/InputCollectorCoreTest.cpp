@@ -83,20 +83,6 @@ struct GateRow {
     std::size_t keys, texts, windows, buttons;
 };
 
-SDL_Event MakeKey(Uint32 type, SDL_Keycode sym, Uint8 repeat = 0) {
-    SDL_Event event{};
-    event.type = type;
-    event.key.keysym.sym = sym;
-    event.key.repeat = repeat;
-    return event;
-}
-
-SDL_Event MakeOfType(Uint32 type) {
-    SDL_Event event{};
-    event.type = type;
-    return event;
-}
-
 // Printed by name: GoogleTest would dump the bytes, padding included (uninitialised for a memory
 // checker).
 void PrintTo(const GateRow& row, std::ostream* out) {
